@@ -1,0 +1,14 @@
+# What every target of this project is compiled with.
+add_library(zent_options INTERFACE)
+target_compile_options(zent_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Werror
+    -Wfloat-conversion -Wdouble-promotion  # single or double precision is behaviour here, never an accident
+    -ffp-contract=off                      # the same results on processors with and without fused multiply-add
+)
+if(ZENT_SANITIZE)
+    target_compile_options(zent_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+                                                  -fno-omit-frame-pointer)
+    target_link_options(zent_options INTERFACE -fsanitize=address,undefined)
+    target_compile_definitions(zent_options INTERFACE _GLIBCXX_ASSERTIONS)
+endif()
+target_compile_definitions(zent_options INTERFACE $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)

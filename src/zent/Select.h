@@ -1,0 +1,47 @@
+#pragma once
+
+#include "zent/math/types.h"
+
+#include <maya/MPlug.h>
+
+#include <string>
+#include <vector>
+
+class MDoubleArray;
+class MFloatArray;
+class MFloatPointArray;
+class MIntArray;
+class MPointArray;
+
+namespace zent {
+
+/// The namespace that plug look-ups are prefixed with, from the command's flag; empty for none.
+extern std::string namescope;
+
+/// The plug of a name such as "node.attribute[3].child", with `namescope` put before each level of its DAG path. Throws
+/// std::runtime_error "Cannot find plug \"NAME\"", and shows the same as a Maya error.
+MPlug selectPlug(std::string name);
+
+/// A plug's number: angles in radians, times in their own unit.
+float float_value(const MPlug& plug);
+
+/// A plug's vector or matrix; compound plugs by their children, others by their numeric data.
+vec2 vec2_value(const MPlug& plug);
+vec3 vec3_value(const MPlug& plug);
+vec4 vec4_value(const MPlug& plug);
+mat4 mat4_value(const MPlug& plug);
+
+/// The geometry that a plug holds, in object space, with its object-to-world matrix. T is Mesh, Curve, Surface or Lattice.
+template <class T>
+T shape_value(const MPlug& plug);
+
+namespace maya {
+std::vector<float> std(const MDoubleArray& values);
+std::vector<float> std(const MFloatArray& values);
+std::vector<int> std(const MIntArray& values);
+/// x, y and z of each point, narrowed; w is dropped, not divided by.
+std::vector<vec3> pointsToStd(const MFloatPointArray& points);
+std::vector<vec3> pointsToStd(const MPointArray& points);
+} // namespace maya
+
+} // namespace zent

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "zent/geometry/Curve.h"
+#include "zent/geometry/Lattice.h"
+#include "zent/geometry/Mesh.h"
+#include "zent/geometry/Surface.h"
+
+/// What differs between the four shapes for someone who moves points: how many there are, where they stand, and what
+/// else a write changes. Every deformer goes through these, and holds nothing but its own mathematics.
+namespace zent {
+
+inline std::vector<vec3>& pointsOf(Mesh& shape) { return shape.points; }
+inline std::vector<vec3>& pointsOf(Curve& shape) { return shape.cv; }
+inline std::vector<vec3>& pointsOf(Surface& shape) { return shape.cv; }
+inline std::vector<vec3>& pointsOf(Lattice& shape) { return shape.points; }
+inline const std::vector<vec3>& pointsOf(const Mesh& shape) { return shape.points; }
+inline const std::vector<vec3>& pointsOf(const Curve& shape) { return shape.cv; }
+inline const std::vector<vec3>& pointsOf(const Surface& shape) { return shape.cv; }
+inline const std::vector<vec3>& pointsOf(const Lattice& shape) { return shape.points; }
+
+/// The number of points a deformer visits. A periodic curve's overlap is left out; a periodic surface's is not, and a
+/// surface counts by its knots.
+unsigned pointCount(const Mesh& shape);
+unsigned pointCount(const Curve& shape);
+unsigned pointCount(const Surface& shape);
+unsigned pointCount(const Lattice& shape);
+
+/// Writes point i and whatever repeats it: the overlap of a periodic curve or surface. A surface's sample cache is
+/// emptied.
+void writePoint(Mesh& shape, unsigned i, vec3 point);
+void writePoint(Curve& shape, unsigned i, vec3 point);
+void writePoint(Surface& shape, unsigned i, vec3 point);
+void writePoint(Lattice& shape, unsigned i, vec3 point);
+
+/// A point of the shape's object space in world space.
+template <class T>
+vec3 toWorld(const T& shape, vec3 point) {
+    return shape.matrixLinear * point + shape.translation;
+}
+
+/// A world-space point in the shape's object space; not for lattices, which keep no inverse.
+template <class T>
+vec3 toObject(const T& shape, vec3 point) {
+    return shape.inverseLinear * point + shape.inverseTranslation;
+}
+
+/// The shape's object-to-world matrix, last row 0, 0, 0, 1.
+template <class T>
+mat4 matrixOf(const T& shape) {
+    return mat4(vec4(shape.matrixLinear[0], 0.0f), vec4(shape.matrixLinear[1], 0.0f),
+                vec4(shape.matrixLinear[2], 0.0f), vec4(shape.translation, 1.0f));
+}
+
+/// A shape of the single point `point`, for point-by-point work.
+template <class T>
+T onePointShape(vec3 point, const mat4& matrix);
+template <>
+Mesh onePointShape<Mesh>(vec3 point, const mat4& matrix);
+template <>
+Curve onePointShape<Curve>(vec3 point, const mat4& matrix);
+template <>
+Surface onePointShape<Surface>(vec3 point, const mat4& matrix);
+template <>
+Lattice onePointShape<Lattice>(vec3 point, const mat4& matrix);
+
+/// The word that the method names of deformers end with: "Mesh", "Curve", "Surface", "Lattice".
+template <class T>
+constexpr const char* shapeName() = delete;
+template <>
+constexpr const char* shapeName<Mesh>() { return "Mesh"; }
+template <>
+constexpr const char* shapeName<Curve>() { return "Curve"; }
+template <>
+constexpr const char* shapeName<Surface>() { return "Surface"; }
+template <>
+constexpr const char* shapeName<Lattice>() { return "Lattice"; }
+
+} // namespace zent

@@ -1,0 +1,25 @@
+#include "zent/math/require.h"
+
+#include <stdexcept>
+
+namespace zent {
+
+void fail(const std::string& text) {
+    throw std::runtime_error(text);
+}
+
+void requireAtLeast(const char* name, std::size_t size, std::size_t needed, const char* what) {
+    if (size < needed) {
+        fail(std::string(name) + " has " + std::to_string(size) + " entries, " + what + " needs " +
+             std::to_string(needed));
+    }
+}
+
+void requireIndex(const char* list, std::size_t position, std::size_t index, std::size_t bound, const char* what) {
+    if (index >= bound) {
+        fail(std::string(list) + "[" + std::to_string(position) + "] is " + std::to_string(index) + ", " + what +
+             " has " + std::to_string(bound));
+    }
+}
+
+} // namespace zent

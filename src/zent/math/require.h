@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+/// The checks at the door of a node function: each throws std::runtime_error with a text that names what is wrong, before
+/// anything is read beyond the end of a list.
+namespace zent {
+
+/// A per-item list must hold at least `needed` entries; longer ones are fine.
+/// Text: "NAME has SIZE entries, WHAT needs NEEDED".
+void requireAtLeast(const char* name, std::size_t size, std::size_t needed, const char* what);
+
+/// An index must lie below `bound`. Text: "LIST[POSITION] is INDEX, WHAT has BOUND".
+void requireIndex(const char* list, std::size_t position, std::size_t index, std::size_t bound, const char* what);
+
+[[noreturn]] void fail(const std::string& text);
+
+} // namespace zent

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "zent/math/types.h"
+
+#include <tuple>
+#include <utility>
+
+// Products in this file are told in Maya's row order: the leftmost factor acts on a point first, and glm's `A * B` is
+// Maya's B A. Quaternion products are glm's operator, which applies its right factor first.
+namespace zent {
+
+/// Maya's `rotateOrder`. The first letter is the axis that acts first on a point. Carried as any integer: the functions
+/// below say what a value of 6 or above gives.
+enum RotateOrder : int {
+    kRotateXYZ = 0,
+    kRotateYZX = 1,
+    kRotateZXY = 2,
+    kRotateXZY = 3,
+    kRotateYXZ = 4,
+    kRotateZYX = 5,
+};
+
+/// The rotation matrix of three Euler angles (radians), row 3 (0, 0, 0, 1). An order outside 0 to 5 gives the zero matrix.
+mat4 eulerRotateMatrix(vec3 angles, RotateOrder order);
+
+/// The same rotation as a quaternion, not normalised. An order outside 0 to 5 gives (0, 0, 0, 0).
+quat eulerToQuat(vec3 angles, RotateOrder order);
+
+/// Both Euler solutions of a matrix's upper 3 by 3 block: (has an alternative, primary, alternative), radians.
+/// At gimbal lock the flag is false and the alternative zero; so it is, with zero angles, for an order outside 0 to 5.
+template <class T>
+std::tuple<bool, vec3, vec3> get_both_euler(T const& m, RotateOrder order);
+extern template std::tuple<bool, vec3, vec3> get_both_euler<mat3>(mat3 const&, RotateOrder);
+extern template std::tuple<bool, vec3, vec3> get_both_euler<mat4>(mat4 const&, RotateOrder);
+
+/// Of the two solutions of `get_both_euler`, the one of the smaller absolute sum; a tie keeps the primary.
+vec3 smallerEuler(std::tuple<bool, vec3, vec3> const& solutions);
+
+/// The Euler angles of a quaternion, radians: the solution of the smaller absolute sum.
+vec3 eulerAngles(quat q, RotateOrder order);
+
+/// The Euler angles of a quaternion, radians: the solution closest to `reference`, each angle wrapped by whole turns.
+vec3 eulerAngles(quat q, RotateOrder order, vec3 reference);
+
+/// The Euler angles (xyz, radians) of a quaternion given as x, y, z, w. It is normalised first; zero is the identity.
+vec3 quatToEuler(vec4 q);
+
+/// Scale and shear of a matrix's rows by Gram-Schmidt. z scale is negative where the determinant is below 0.001.
+std::pair<vec3, vec3> get_scale_and_shear(mat4 const& m);
+
+/// The orthonormal part of a matrix as a quaternion, not normalised. All of it is negated where the determinant is below
+/// 0.001.
+quat get_orient(mat4 const& m);
+
+/// Row 3 of a matrix.
+vec3 decomposeMatrixTranslate(mat4 const& m);
+/// Euler angles (xyz, radians) of the matrix as it stands: scale and shear are not taken out.
+vec3 decomposeMatrixRotate(mat4 const& m);
+/// The scale of `get_scale_and_shear`.
+vec3 decomposeMatrixScale(mat4 const& m);
+/// The shear of `get_scale_and_shear`: xy, xz, yz.
+vec3 decomposeMatrixShear(mat4 const& m);
+/// `get_orient`.
+quat decomposeMatrixQuat(mat4 const& m);
+
+/// Spherical interpolation from a to b by t with `spin` extra half turns. Where the two lie more than a quarter turn apart
+/// b is negated, and `flip_spin` then turns a spin of 0 into -1 and any other into 0. The result is not normalised.
+quat core_slerp(quat a, quat b, float t, int spin, bool flip_spin);
+
+/// Scale, then rotate (radians), then translate. An order outside 0 to 5 gives zero rows and a zero row 3.
+mat4 composeMatrix(vec3 translate, vec3 rotate, int order, vec3 scale);
+
+/// A point through a matrix, affine part only: (p, 1) times m in Maya's order.
+inline vec3 transformPoint(mat4 const& m, vec3 p) {
+    return vec3(m * vec4(p, 1.0f));
+}
+
+/// A direction through a matrix: p times the upper 3 by 3 block of m in Maya's order.
+inline vec3 transformVector(mat4 const& m, vec3 v) {
+    return mat3(m) * v;
+}
+
+} // namespace zent
