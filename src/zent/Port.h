@@ -4,6 +4,8 @@
 #include "zent/geometry/shapes.h"
 #include "zent/math/types.h"
 
+#include <maya/MDagPath.h>
+#include <maya/MPlug.h>
 #include <nlohmann/json.hpp>
 
 #include <array>
@@ -12,9 +14,6 @@
 #include <tuple>
 #include <utility>
 #include <vector>
-
-class MDagPath;
-class MPlug;
 
 namespace zent {
 

@@ -2,16 +2,15 @@
 
 #include "zent/math/types.h"
 
+#include <maya/MDoubleArray.h>
+#include <maya/MFloatArray.h>
+#include <maya/MFloatPointArray.h>
+#include <maya/MIntArray.h>
 #include <maya/MPlug.h>
+#include <maya/MPointArray.h>
 
 #include <string>
 #include <vector>
-
-class MDoubleArray;
-class MFloatArray;
-class MFloatPointArray;
-class MIntArray;
-class MPointArray;
 
 namespace zent {
 
