@@ -1,0 +1,1 @@
+// The scene in memory behind the stand-in's API.
