@@ -2,6 +2,7 @@
 
 #include "zent/expression/Value.h"
 #include "zent/geometry/shapes.h"
+#include "zent/geometry/weights.h"
 #include "zent/math/types.h"
 
 #include <maya/MDagPath.h>
@@ -20,17 +21,8 @@ namespace zent {
 using json = nlohmann::json;
 class ResourceStorage;
 
-/// Weights by logical index, sparse.
-using WeightMap = std::map<unsigned int, float>;
-/// Point index and the offset to add at weight 1.
-using DeltaList = std::vector<std::pair<unsigned int, vec3>>;
-/// Point index, influence index, weight.
-using SkinWeights = std::vector<std::tuple<unsigned int, unsigned int, float>>;
-/// A number that no one reads, the curve parameter, and the frame, column 0 the tangent.
-using WireBindings = std::vector<std::tuple<float, float, mat3>>;
-
-/// One input value of a record: a literal, the name of a plug, or a reference into the resource file. Each getter decides
-/// which one it holds, so that a reader never has to.
+/// One input value of a record: a literal, the name of a plug, or a reference into the resource file. Each getter
+/// decides which one it holds, so that a reader never has to.
 ///
 /// A string is a plug name and is resolved in the scene at each read; a number, a boolean or an array is a literal; an
 /// object with "id" is a block of the resource file. Getters throw std::runtime_error or the JSON library's exceptions.
@@ -53,8 +45,8 @@ public:
     /// The named plug, or its source where its own data is null.
     MPlug getMayaShape() const;
 
-    /// A copy of a stored record. T is Mesh, Curve, Surface or Lattice (a plug or a block), or one of the types that only
-    /// a block can hold: WeightMap, DeltaList, std::vector<unsigned int>, std::vector<unsigned char>,
+    /// A copy of a stored record. T is Mesh, Curve, Surface or Lattice (a plug or a block), or one of the types that
+    /// only a block can hold: WeightMap, DeltaList, std::vector<unsigned int>, std::vector<unsigned char>,
     /// std::vector<Value>, SkinWeights, WireBindings.
     template <class T>
     T get() const;

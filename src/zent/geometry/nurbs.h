@@ -17,28 +17,34 @@ using BasisRow = std::array<float, kMaxDegree + 1>;
 /// Row k holds the k-th derivatives.
 using BasisDerivatives = std::array<BasisRow, 3>;
 
-/// The parameter that evaluation uses: at most a little less than the domain's end (2^-22 of the last knot), at least its
-/// start.
+/// The parameter that evaluation uses: at most a little less than the domain's end (2^-22 of the last knot), at least
+/// its start. NaN stays NaN.
 float clampParameter(float u, unsigned degree, const std::vector<float>& knots);
 
-/// The span s with knots[s] <= u < knots[s + 1], the last one from the domain's end on. Control point s - degree + 1 + j
-/// takes basis function j.
+/// The span s with knots[s] <= u < knots[s + 1], the last one from the domain's end on. Control point s - degree + 1 +
+/// j takes basis function j. The result is a span that exists for any u, NaN included, and any order of the knots.
 unsigned findSpan(float u, unsigned degree, const std::vector<float>& knots);
 
 /// The basis functions at u on a span (A2.2).
 BasisRow basisFunctions(unsigned degree, unsigned span, float u, const std::vector<float>& knots);
 
 /// The basis functions and their first n derivatives at u on a span (A2.3), n at most 2.
-BasisDerivatives computeDerivatives(unsigned n, unsigned degree, unsigned span, float u, const std::vector<float>& knots);
+BasisDerivatives computeDerivatives(unsigned n, unsigned degree, unsigned span, float u,
+                                    const std::vector<float>& knots);
 
 /// Control points of a curve without the overlap of a periodic one (0 where there are fewer than the overlap).
 unsigned uniqueCount(const Curve& curve);
 /// uniqueCount less the degree; 0 where a periodic curve has fewer than twice the degree.
 unsigned spanCount(const Curve& curve);
 
-/// A curve that can be evaluated: degree 1 to 5, at least degree + 1 control points, and as many knots as the degree
-/// needs. Otherwise throws std::runtime_error with a text that names the argument and what is wrong.
+/// A curve or surface that can be evaluated: degrees 1 to 5, at least 2 * degree knots, and the control points that
+/// these knots speak for, knots less degree plus 1 (more are not looked at). With it no evaluation, at any parameter,
+/// reads outside the lists. Otherwise throws std::runtime_error with a text that names the argument and what is wrong.
+/// Surface(point, matrix) does not pass: it holds a point to move, not a surface.
 void requireEvaluable(const Curve& curve, const char* name);
 void requireEvaluable(const Surface& surface, const char* name);
+
+/// At least as many knots as control points, for a walk over the control points that reads a knot for each.
+void requireKnotPerPoint(const Curve& curve, const char* name);
 
 } // namespace zent

@@ -9,14 +9,30 @@
 /// else a write changes. Every deformer goes through these, and holds nothing but its own mathematics.
 namespace zent {
 
-inline std::vector<vec3>& pointsOf(Mesh& shape) { return shape.points; }
-inline std::vector<vec3>& pointsOf(Curve& shape) { return shape.cv; }
-inline std::vector<vec3>& pointsOf(Surface& shape) { return shape.cv; }
-inline std::vector<vec3>& pointsOf(Lattice& shape) { return shape.points; }
-inline const std::vector<vec3>& pointsOf(const Mesh& shape) { return shape.points; }
-inline const std::vector<vec3>& pointsOf(const Curve& shape) { return shape.cv; }
-inline const std::vector<vec3>& pointsOf(const Surface& shape) { return shape.cv; }
-inline const std::vector<vec3>& pointsOf(const Lattice& shape) { return shape.points; }
+inline std::vector<vec3>& pointsOf(Mesh& shape) {
+    return shape.points;
+}
+inline std::vector<vec3>& pointsOf(Curve& shape) {
+    return shape.cv;
+}
+inline std::vector<vec3>& pointsOf(Surface& shape) {
+    return shape.cv;
+}
+inline std::vector<vec3>& pointsOf(Lattice& shape) {
+    return shape.points;
+}
+inline const std::vector<vec3>& pointsOf(const Mesh& shape) {
+    return shape.points;
+}
+inline const std::vector<vec3>& pointsOf(const Curve& shape) {
+    return shape.cv;
+}
+inline const std::vector<vec3>& pointsOf(const Surface& shape) {
+    return shape.cv;
+}
+inline const std::vector<vec3>& pointsOf(const Lattice& shape) {
+    return shape.points;
+}
 
 /// The number of points a deformer visits. A periodic curve's overlap is left out; a periodic surface's is not, and a
 /// surface counts by its knots.
@@ -31,6 +47,14 @@ void writePoint(Mesh& shape, unsigned i, vec3 point);
 void writePoint(Curve& shape, unsigned i, vec3 point);
 void writePoint(Surface& shape, unsigned i, vec3 point);
 void writePoint(Lattice& shape, unsigned i, vec3 point);
+
+/// The shape holds as many points as its own counts speak for, so that every point below pointCount can be visited and
+/// written. Otherwise throws std::runtime_error with a text that names the argument and what is wrong. An empty shape
+/// passes.
+void requireConsistent(const Mesh& shape, const char* name);
+void requireConsistent(const Curve& shape, const char* name);
+void requireConsistent(const Surface& shape, const char* name);
+void requireConsistent(const Lattice& shape, const char* name);
 
 /// A point of the shape's object space in world space.
 template <class T>
@@ -47,8 +71,8 @@ vec3 toObject(const T& shape, vec3 point) {
 /// The shape's object-to-world matrix, last row 0, 0, 0, 1.
 template <class T>
 mat4 matrixOf(const T& shape) {
-    return mat4(vec4(shape.matrixLinear[0], 0.0f), vec4(shape.matrixLinear[1], 0.0f),
-                vec4(shape.matrixLinear[2], 0.0f), vec4(shape.translation, 1.0f));
+    return mat4(vec4(shape.matrixLinear[0], 0.0f), vec4(shape.matrixLinear[1], 0.0f), vec4(shape.matrixLinear[2], 0.0f),
+                vec4(shape.translation, 1.0f));
 }
 
 /// A shape of the single point `point`, for point-by-point work.
@@ -67,12 +91,20 @@ Lattice onePointShape<Lattice>(vec3 point, const mat4& matrix);
 template <class T>
 constexpr const char* shapeName() = delete;
 template <>
-constexpr const char* shapeName<Mesh>() { return "Mesh"; }
+constexpr const char* shapeName<Mesh>() {
+    return "Mesh";
+}
 template <>
-constexpr const char* shapeName<Curve>() { return "Curve"; }
+constexpr const char* shapeName<Curve>() {
+    return "Curve";
+}
 template <>
-constexpr const char* shapeName<Surface>() { return "Surface"; }
+constexpr const char* shapeName<Surface>() {
+    return "Surface";
+}
 template <>
-constexpr const char* shapeName<Lattice>() { return "Lattice"; }
+constexpr const char* shapeName<Lattice>() {
+    return "Lattice";
+}
 
 } // namespace zent
