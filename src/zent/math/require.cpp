@@ -15,6 +15,13 @@ void requireAtLeast(const char* name, std::size_t size, std::size_t needed, cons
     }
 }
 
+void requireLists(const char* what, std::size_t needed,
+                  std::initializer_list<std::pair<const char*, std::size_t>> lists) {
+    for (const auto& [name, size] : lists) {
+        requireAtLeast(name, size, needed, what);
+    }
+}
+
 void requireIndex(const char* list, std::size_t position, std::size_t index, std::size_t bound, const char* what) {
     if (index >= bound) {
         fail(std::string(list) + "[" + std::to_string(position) + "] is " + std::to_string(index) + ", " + what +
