@@ -2,6 +2,7 @@
 
 #include "zent/math/types.h"
 
+#include <maya/MDagPath.h>
 #include <maya/MDoubleArray.h>
 #include <maya/MFloatArray.h>
 #include <maya/MFloatPointArray.h>
@@ -20,6 +21,13 @@ extern std::string namescope;
 /// The plug of a name such as "node.attribute[3].child", with `namescope` put before each level of its DAG path. Throws
 /// std::runtime_error "Cannot find plug \"NAME\"", and shows the same as a Maya error.
 MPlug selectPlug(std::string name);
+
+/// The plug of a name, or its source where the plug's own data is null and a connection feeds it. Throws
+/// std::runtime_error "plug NAME is null" where both are missing.
+MPlug mayaShapePlug(const std::string& name);
+
+/// The path to the DAG node that feeds the named plug. Throws std::runtime_error "plug NAME has no source".
+MDagPath sourceDagPath(const std::string& name);
 
 /// A plug's number: angles in radians, times in their own unit.
 float float_value(const MPlug& plug);

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <maya/MSelectionList.h>
+#include <maya/MString.h>
+
+class OPENMAYA_EXPORT MGlobal {
+public:
+    static void displayInfo(const MString& text);
+    static void displayWarning(const MString& text);
+    static void displayError(const MString& text);
+
+    /// Appends the node of a name, with its namespaces and, for one in the DAG, as much of its path as tells it from
+    /// others.
+    static MStatus getSelectionListByName(const MString& name, MSelectionList& list);
+};

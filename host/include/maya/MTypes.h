@@ -1,0 +1,9 @@
+#pragma once
+
+#define OPENMAYA_EXPORT __attribute__((visibility("default")))
+
+class MSyntax;
+
+/// Makes a command's object, for MFnPlugin::registerCommand.
+using MCreatorFunction = void* (*)();
+using MCreateSyntaxFunction = MSyntax (*)();
