@@ -1,0 +1,9 @@
+#include "zent/nodes/addDoubleLinear.h"
+
+namespace zent {
+
+float addDoubleLinear(float a, float b) {
+    return a + b;
+}
+
+} // namespace zent

@@ -1,0 +1,9 @@
+#include "zent/nodes/multDoubleLinear.h"
+
+namespace zent {
+
+float multDoubleLinear(float a, float b) {
+    return a * b;
+}
+
+} // namespace zent

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace zent {
+
+/// a b.
+float multDoubleLinear(float a, float b);
+
+} // namespace zent

@@ -1,0 +1,9 @@
+#include "zent/nodes/reverse.h"
+
+namespace zent {
+
+float reverse(float x) {
+    return 1.0f - x;
+}
+
+} // namespace zent

@@ -1,0 +1,9 @@
+#include "zent/nodes/worldVisibility.h"
+
+namespace zent {
+
+bool worldVisibility(bool a, bool b) {
+    return a && b;
+}
+
+} // namespace zent

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace zent {
+
+/// a and b.
+bool worldVisibility(bool a, bool b);
+
+} // namespace zent
