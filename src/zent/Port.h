@@ -202,12 +202,13 @@ private:
     std::vector<Element> elements_;
 };
 
+/// The port of an attribute number; the list grows to hold it. Throws std::runtime_error on a number that could only ask
+/// for absurd memory.
+Port& portAt(std::vector<Port>& ports, unsigned int index);
+
 /// A record's inputs by attribute number.
 class Arguments {
 public:
-    Arguments() = default;
-    explicit Arguments(std::vector<Port>&& ports) : ports_(std::move(ports)) {}
-
     void add(unsigned int index, Element&& element);
     /// The port of an attribute number, an empty one beyond the end.
     const Port& get(unsigned int index) const;

@@ -1,0 +1,31 @@
+#include "zent/Proxy.h"
+
+#include "zent/Binding.h"
+
+namespace zent {
+
+namespace {
+
+constexpr float kDegreesPerRadian = 57.29578f;
+
+} // namespace
+
+json Proxy::closure(const Arguments& /*args*/, const std::vector<Port>& ports) const {
+    json report(json::value_t::object);
+    report["node"] = name();
+    report["method"] = name();
+    report["outputs"] = mayaResult(ports);
+    return report;
+}
+
+void Proxy::init(const Arguments& /*args*/, const std::vector<Port>& /*ports*/) {}
+
+json Proxy::eulerResult(vec3 radians) const {
+    return output(Euler{radians * kDegreesPerRadian});
+}
+
+json Proxy::eulerResult(std::string name, vec3 radians) const {
+    return output(std::move(name), Euler{radians * kDegreesPerRadian});
+}
+
+} // namespace zent

@@ -1,0 +1,48 @@
+#include "run/zentcheck.h"
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace zent::test {
+
+namespace {
+
+std::string folder() {
+    const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+    const std::filesystem::path path = std::filesystem::path(testing::TempDir()) /
+                                       ("zentcheck." + std::to_string(getpid())) / test->test_suite_name() /
+                                       test->name();
+    std::filesystem::create_directories(path);
+    return path.string();
+}
+
+std::string content(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::stringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+} // namespace
+
+Outcome zentcheck(const std::string& arguments) {
+    const std::string out = folder() + "/stdout";
+    const std::string err = folder() + "/stderr";
+    const std::string command = std::string(ZENTCHECK) + " " + arguments + " >" + out + " 2>" + err;
+    const int status = std::system(command.c_str()); // NOLINT(cert-env33-c): the test's own command line
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, content(out), content(err)};
+}
+
+std::string writeFile(const std::string& name, const std::string& content) {
+    std::string path = folder() + "/" + name;
+    std::ofstream(path, std::ios::binary) << content;
+    return path;
+}
+
+} // namespace zent::test

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+namespace zent::test {
+
+/// What a run of the program zentcheck printed, and its exit status.
+struct Outcome {
+    int status = -1;
+    std::string out;
+    std::string err;
+};
+
+/// Runs zentcheck with arguments as a shell would take them, in a fresh folder of this test.
+Outcome zentcheck(const std::string& arguments);
+
+/// Writes a file into this test's folder and gives its path.
+std::string writeFile(const std::string& name, const std::string& content);
+
+} // namespace zent::test
