@@ -6,8 +6,9 @@
 #include <tuple>
 #include <type_traits>
 
-/// What the adapters are made of. The C++ type drives all of it: `read<T>` takes a value of type T from a port, `call<f>`
-/// reads the parameters of a node function in index order and calls it, `output` writes a value with its type name.
+/// What the adapters are made of. The C++ type drives all of it: `read<T>` takes a value of type T from a port,
+/// `call<f>` reads the parameters of a node function in index order and calls it, `output` writes a value with its type
+/// name.
 ///
 ///     json ProxyClamp::mayaResult(const std::vector<Port>& ports) const {
 ///         return results(output("outputR", result<float>(ports, 0)));

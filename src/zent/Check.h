@@ -21,8 +21,8 @@ class Run;
 
 /// The command: `ZentCheck MANIFEST RESOURCE [flags]` holds the node functions against Maya in the open scene.
 ///
-/// Its result is true when every record that ran matched. Its status is a failure only where the manifest did not open or
-/// an exception ended the run; the exception's text is shown as an error.
+/// Its result is true when every record that ran matched. Its status is a failure only where the manifest did not open
+/// or an exception ended the run; the exception's text is shown as an error.
 class ZentCheck : public MPxCommand {
 public:
     static MString name;

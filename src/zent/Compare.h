@@ -11,8 +11,8 @@
 /// epsilon of 0 matches nothing.
 namespace zent {
 
-/// Whether two results are the same: a is Maya's, b the node function's. Throws std::runtime_error "cannot compare TYPE"
-/// on an unknown type, and the JSON library's errors on values of the wrong form.
+/// Whether two results are the same: a is Maya's, b the node function's. Throws std::runtime_error "cannot compare
+/// TYPE" on an unknown type, and the JSON library's errors on values of the wrong form.
 bool compare(const json& a, const json& b, float epsilon);
 
 /// One output object of each side.

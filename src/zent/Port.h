@@ -202,8 +202,8 @@ private:
     std::vector<Element> elements_;
 };
 
-/// The port of an attribute number; the list grows to hold it. Throws std::runtime_error on a number that could only ask
-/// for absurd memory.
+/// The port of an attribute number; the list grows to hold it. Throws std::runtime_error on a number that could only
+/// ask for absurd memory.
 Port& portAt(std::vector<Port>& ports, unsigned int index);
 
 /// A record's inputs by attribute number.

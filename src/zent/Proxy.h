@@ -11,9 +11,9 @@ namespace zent {
 class Arguments;
 class Port;
 
-/// The adapter between a manifest record and one node function: it reads Maya's outputs from the record's ports, computes
-/// the same outputs with the node function from its arguments, and writes both in one JSON form, so that the two can be
-/// compared.
+/// The adapter between a manifest record and one node function: it reads Maya's outputs from the record's ports,
+/// computes the same outputs with the node function from its arguments, and writes both in one JSON form, so that the
+/// two can be compared.
 ///
 /// A result is an array of objects, one for each output of the node: "value", "type" and, on Maya's side, "name".
 class Proxy {

@@ -28,8 +28,8 @@ struct Display {
     std::function<void(const std::string&)> error;
 };
 
-/// The walk over a manifest's records. It needs no more of its driver than this: a parsed manifest, the settings and the
-/// display; the resource file is the one that `Element::storage()` has loaded, and the Log must be ready for lines.
+/// The walk over a manifest's records. It needs no more of its driver than this: a parsed manifest, the settings and
+/// the display; the resource file is the one that `Element::storage()` has loaded, and the Log must be ready for lines.
 class Run {
 public:
     /// What became of a record.

@@ -38,7 +38,8 @@ vec3 vec3_value(const MPlug& plug);
 vec4 vec4_value(const MPlug& plug);
 mat4 mat4_value(const MPlug& plug);
 
-/// The geometry that a plug holds, in object space, with its object-to-world matrix. T is Mesh, Curve, Surface or Lattice.
+/// The geometry that a plug holds, in object space, with its object-to-world matrix. T is Mesh, Curve, Surface or
+/// Lattice.
 template <class T>
 T shape_value(const MPlug& plug);
 

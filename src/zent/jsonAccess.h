@@ -6,8 +6,8 @@
 
 #include <string>
 
-/// Reading of JSON values that come from outside: what the JSON library leaves unchecked ends in its own errors here, and
-/// nothing is copied.
+/// Reading of JSON values that come from outside: what the JSON library leaves unchecked ends in its own errors here,
+/// and nothing is copied.
 namespace zent {
 
 using json = nlohmann::json;

@@ -1,4 +1,5 @@
-// The plug-in's entry points. Maya's header would define the version text as well; here stands the one that is required.
+// The plug-in's entry points. Maya's header would define the version text as well; here stands the one that is
+// required.
 #define MNoVersionString
 #define MNoPluginEntry
 #include "zent/Check.h"

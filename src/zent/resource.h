@@ -9,8 +9,8 @@
 
 namespace zent {
 
-/// The blocks of a resource file: read whole at the start of a run, each parsed into its type when it is first asked for.
-/// A block has no type of its own; its first reader fixes it for the rest of the run.
+/// The blocks of a resource file: read whole at the start of a run, each parsed into its type when it is first asked
+/// for. A block has no type of its own; its first reader fixes it for the rest of the run.
 class ResourceStorage {
 public:
     /// Reads all blocks of a file. A file that cannot be opened leaves the storage as it was, without an error.

@@ -56,13 +56,13 @@ TEST_F(SpineTest, LogsInTheStatedOrder) {
     settings.verbose = 1;
     settings.stopOnFirstError = false;
     EXPECT_FALSE(check(list({kBad})));
-    EXPECT_EQ(lines, (Lines{"====== start running n(addDoubleLinear) =====",
-                            R"(closure: {"method":"addDoubleLinear","node":"addDoubleLinear",)"
-                            R"("outputs":[{"name":"output","type":"Float","value":6.0}]})",
-                            R"(maya output: [{"name":"output","type":"Float","value":6.0}])",
-                            R"(zent output: [{"type":"Float","value":5.0}])",
-                            "===== unmatch on n(addDoubleLinear) =====",
-                            "====== end running n(addDoubleLinear) ====="}));
+    EXPECT_EQ(lines,
+              (Lines{"====== start running n(addDoubleLinear) =====",
+                     R"(closure: {"method":"addDoubleLinear","node":"addDoubleLinear",)"
+                     R"("outputs":[{"name":"output","type":"Float","value":6.0}]})",
+                     R"(maya output: [{"name":"output","type":"Float","value":6.0}])",
+                     R"(zent output: [{"type":"Float","value":5.0}])",
+                     "===== unmatch on n(addDoubleLinear) =====", "====== end running n(addDoubleLinear) ====="}));
 }
 
 TEST_F(SpineTest, StopsAtTheFirstMismatchBeforeTheWarning) {
@@ -86,15 +86,16 @@ TEST_F(SpineTest, PassesOverAndSkips) {
     settings.skip = {"addDoubleLinear", "worldVisibility"};
     const std::string malformed = R"({"node_name": "m", "method": "addDoubleLinear", "results": [{}]})";
     EXPECT_TRUE(check(list({R"({"node_name": "w", "method": "worldVisibility", "results": [1]})", malformed})));
-    EXPECT_EQ(lines, (Lines{"====== start running m(addDoubleLinear) =====",
-                            "====== end running m(addDoubleLinear) ====="}));
+    EXPECT_EQ(lines,
+              (Lines{"====== start running m(addDoubleLinear) =====", "====== end running m(addDoubleLinear) ====="}));
 }
 
 TEST_F(SpineTest, WalksWhateverTheManifestIs) {
     EXPECT_TRUE(check("[]"));
     EXPECT_TRUE(check("null"));
     EXPECT_FALSE(check(std::string(R"({"b": )") + kGood + R"(, "a": )" + kBad + "}"));
-    for (const char* manifest : {"3", "[3]", R"([{"method": "worldVisibility"}])", R"([{"node_name": "n"}])", "[null]"}) {
+    for (const char* manifest :
+         {"3", "[3]", R"([{"method": "worldVisibility"}])", R"([{"node_name": "n"}])", "[null]"}) {
         lines.clear();
         EXPECT_THROW(check(manifest), json::type_error) << manifest;
         EXPECT_TRUE(lines.empty()) << manifest;
@@ -144,9 +145,9 @@ protected:
 TEST_F(DeformerLoopTest, ReportsTheWorstPointAndTheEarlierOnATie) {
     const vec3 far(0.0f, 3.0f, 4.0f);
     EXPECT_FALSE(checkPoints({vec3(1.0f), far, vec3(0.0f), far}, {vec3(0.0f), vec3(0.0f), far, vec3(0.0f)}));
-    EXPECT_EQ(lines, (Lines{"error index: 1", "closure: 1", R"(maya output: [{"type":"Vec3","value":[0.0,3.0,4.0]}])",
-                            R"(zent output: [{"type":"Vec3","value":[0.0,0.0,0.0]}])",
-                            "===== unmatch on d(points) ====="}));
+    EXPECT_EQ(lines,
+              (Lines{"error index: 1", "closure: 1", R"(maya output: [{"type":"Vec3","value":[0.0,3.0,4.0]}])",
+                     R"(zent output: [{"type":"Vec3","value":[0.0,0.0,0.0]}])", "===== unmatch on d(points) ====="}));
 }
 
 TEST_F(DeformerLoopTest, LogsAClosureForEachPointAtVerboseTwo) {

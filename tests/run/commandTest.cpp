@@ -8,9 +8,8 @@ namespace zent::test {
 namespace {
 
 std::string record(const char* expected, const char* method = "addDoubleLinear") {
-    return std::string(R"({"node_name": "n", "method": ")") + method +
-           R"(", "results": [{"attribute": 0, "value": )" + expected +
-           R"(}], "arguments": [{"attribute": 0, "value": 2}, {"attribute": 1, "value": 3}]})";
+    return std::string(R"({"node_name": "n", "method": ")") + method + R"(", "results": [{"attribute": 0, "value": )" +
+           expected + R"(}], "arguments": [{"attribute": 0, "value": 2}, {"attribute": 1, "value": 3}]})";
 }
 
 TEST(CommandTest, StatusTellsTheOutcome) {
@@ -50,8 +49,9 @@ TEST(CommandTest, FailuresShowAnErrorAndGiveStatusTwo) {
 
 TEST(CommandTest, BadUsageIsToldAndGivesStatusTwo) {
     const std::string good = writeFile("good.json", "[]");
-    for (const std::string& arguments : {std::string(), "--unknown " + good, "--verbose x " + good, "--epsilon x " + good,
-                                         "--ignore-deformer maybe " + good, good + " resource extra"}) {
+    for (const std::string& arguments :
+         {std::string(), "--unknown " + good, "--verbose x " + good, "--epsilon x " + good,
+          "--ignore-deformer maybe " + good, good + " resource extra"}) {
         const Outcome outcome = zentcheck(arguments);
         EXPECT_EQ(outcome.status, 2) << arguments;
         EXPECT_NE(outcome.err.find("Usage"), std::string::npos) << arguments << ": " << outcome.err;

@@ -20,7 +20,8 @@ enum RotateOrder : int {
     kRotateZYX = 5,
 };
 
-/// The rotation matrix of three Euler angles (radians), row 3 (0, 0, 0, 1). An order outside 0 to 5 gives the zero matrix.
+/// The rotation matrix of three Euler angles (radians), row 3 (0, 0, 0, 1). An order outside 0 to 5 gives the zero
+/// matrix.
 mat4 eulerRotateMatrix(vec3 angles, RotateOrder order);
 
 /// The same rotation as a quaternion, not normalised. An order outside 0 to 5 gives (0, 0, 0, 0).
@@ -48,8 +49,8 @@ vec3 quatToEuler(vec4 q);
 /// Scale and shear of a matrix's rows by Gram-Schmidt. z scale is negative where the determinant is below 0.001.
 std::pair<vec3, vec3> get_scale_and_shear(mat4 const& m);
 
-/// The orthonormal part of a matrix as a quaternion, not normalised. All of it is negated where the determinant is below
-/// 0.001.
+/// The orthonormal part of a matrix as a quaternion, not normalised. All of it is negated where the determinant is
+/// below 0.001.
 quat get_orient(mat4 const& m);
 
 /// Row 3 of a matrix.
@@ -63,8 +64,9 @@ vec3 decomposeMatrixShear(mat4 const& m);
 /// `get_orient`.
 quat decomposeMatrixQuat(mat4 const& m);
 
-/// Spherical interpolation from a to b by t with `spin` extra half turns. Where the two lie more than a quarter turn apart
-/// b is negated, and `flip_spin` then turns a spin of 0 into -1 and any other into 0. The result is not normalised.
+/// Spherical interpolation from a to b by t with `spin` extra half turns. Where the two lie more than a quarter turn
+/// apart b is negated, and `flip_spin` then turns a spin of 0 into -1 and any other into 0. The result is not
+/// normalised.
 quat core_slerp(quat a, quat b, float t, int spin, bool flip_spin);
 
 /// Scale, then rotate (radians), then translate. An order outside 0 to 5 gives zero rows and a zero row 3.
