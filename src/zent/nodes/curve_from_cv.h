@@ -1,0 +1,14 @@
+#pragma once
+
+#include "zent/geometry/Curve.h"
+
+#include <map>
+
+namespace zent {
+
+/// The curve with the control points of a map replaced: control point index to new position, object space. On a
+/// periodic curve a write below the degree is repeated in the overlap; a write into the overlap is not repeated below.
+/// Throws std::runtime_error for an index that the curve does not have.
+Curve curve_from_cv(const Curve& curve, const std::map<unsigned int, vec3>& cv);
+
+} // namespace zent
