@@ -1,0 +1,16 @@
+#include "zent/proxies/CurveFromCV.h"
+
+#include "zent/Binding.h"
+#include "zent/nodes/curve_from_cv.h"
+
+namespace zent {
+
+json ProxyCurveFromCV::mayaResult(const std::vector<Port>& ports) const {
+    return results(output("local", result<Curve>(ports, 0)));
+}
+
+json ProxyCurveFromCV::zentResult(const Arguments& args) const {
+    return results(output(call<curve_from_cv>(args)));
+}
+
+} // namespace zent

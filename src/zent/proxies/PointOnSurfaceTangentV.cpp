@@ -1,0 +1,16 @@
+#include "zent/proxies/PointOnSurfaceTangentV.h"
+
+#include "zent/Binding.h"
+#include "zent/nodes/pointOnSurface.h"
+
+namespace zent {
+
+json ProxyPointOnSurfaceTangentV::mayaResult(const std::vector<Port>& ports) const {
+    return results(output("tangentV", result<vec3>(ports, 0)));
+}
+
+json ProxyPointOnSurfaceTangentV::zentResult(const Arguments& args) const {
+    return results(output(call<pointOnSurfaceTangentV>(args)));
+}
+
+} // namespace zent
