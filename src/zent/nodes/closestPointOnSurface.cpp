@@ -1,0 +1,218 @@
+#include "zent/nodes/closestPointOnSurface.h"
+
+#include "zent/geometry/nurbs.h"
+#include "zent/geometry/shapes.h"
+#include "zent/geometry/surfaceDirection.h"
+
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+// All points, derivatives and distances here are in world space.
+namespace zent {
+namespace {
+
+constexpr int kMaxIterations = 19;
+constexpr int kSamplesPerPoint = 4;
+constexpr float kShortestStep = 0.1f;
+
+/// The grid's parameters in one direction: the domain's end over the count of samples, and its multiples below the end.
+std::vector<float> sampleParameters(const SurfaceDirection& direction, unsigned overlap) {
+    const float end = direction.end();
+    const auto points = static_cast<std::int64_t>(direction.knots.size()) + 1 - std::int64_t{overlap};
+    std::vector<float> parameters;
+    if (points <= 0) {
+        return parameters;
+    }
+    const float step = end / static_cast<float>(kSamplesPerPoint * points);
+    for (float u = step; u < end; u += step) {
+        if (!parameters.empty() && u == parameters.back()) {
+            break; // too large, or too small, for a step to move it
+        }
+        parameters.push_back(u);
+    }
+    return parameters;
+}
+
+/// A surface point with its first and second partial derivatives.
+struct SurfaceJet {
+    vec3 s{0.0f};
+    vec3 su{0.0f};
+    vec3 sv{0.0f};
+    vec3 suu{0.0f};
+    vec3 svv{0.0f};
+    vec3 suv{0.0f};
+};
+
+class ClosestPointSearch {
+public:
+    ClosestPointSearch(const Surface& surface, vec3 point)
+        : surface_(surface), u_(alongU(surface)), v_(alongV(surface)), point_(point) {}
+
+    vec2 run(const SurfaceSamples& samples) const {
+        vec2 at = nearestSample(samples);
+        at = vec2(clampParameter(at.x, u_.degree, u_.knots), clampParameter(at.y, v_.degree, v_.knots));
+        for (int iteration = 0; iteration < kMaxIterations; ++iteration) {
+            const SurfaceJet jet = jetAt(at);
+            const vec3 offset = jet.s - point_;
+            if (guardedLength(offset) < kThreshold) {
+                return at;
+            }
+            vec2 step = newtonStep(jet, offset);
+            const float length = guardedSqrt(glm::dot(step, step));
+            if (length == 0.0f) {
+                return at;
+            }
+            if (length < kShortestStep) {
+                step *= kShortestStep / length; // a short step is lengthened; the line search alone makes one shorter
+            }
+            if (!halveIntoDomain(at, step) || !halveUntilNearer(at, step)) {
+                return at;
+            }
+            const vec2 next(wrap(at.x - step.x, u_), wrap(at.y - step.y, v_));
+            if (std::abs(next.x - at.x) < kThreshold && std::abs(next.y - at.y) < kThreshold) {
+                return at; // not `next`: on convergence the result stays one update behind
+            }
+            at = next;
+        }
+        return at;
+    }
+
+private:
+    vec2 nearestSample(const SurfaceSamples& samples) const {
+        vec2 nearest(u_.start(), v_.start());
+        float best = std::numeric_limits<float>::max();
+        for (const auto& [parameters, sample] : samples) {
+            const vec3 offset = sample - point_;
+            const float distance = glm::dot(offset, offset);
+            if (distance < best) {
+                best = distance;
+                nearest = parameters;
+            }
+        }
+        return nearest;
+    }
+
+    /// The six sums in one pass. The search may leave a domain that starts above 0 downwards; the sums do not follow.
+    SurfaceJet jetAt(vec2 at) const {
+        const float u = u_.start() > 0.0f ? clampParameter(at.x, u_.degree, u_.knots) : at.x;
+        const float v = v_.start() > 0.0f ? clampParameter(at.y, v_.degree, v_.knots) : at.y;
+        const unsigned spanU = findSpan(u, u_.degree, u_.knots);
+        const unsigned spanV = findSpan(v, v_.degree, v_.knots);
+        const BasisDerivatives nu = computeDerivatives(2, u_.degree, spanU, u, u_.knots);
+        const BasisDerivatives nv = computeDerivatives(2, v_.degree, spanV, v, v_.knots);
+        const vec3* row = &surface_.cv[(spanU + 1 - u_.degree) * u_.stride + (spanV + 1 - v_.degree)];
+        SurfaceJet jet;
+        for (unsigned i = 0; i <= u_.degree; ++i, row += u_.stride) {
+            for (unsigned j = 0; j <= v_.degree; ++j) {
+                const vec3 p = toWorld(surface_, row[j]);
+                jet.s += (nu[0][i] * nv[0][j]) * p;
+                jet.su += (nu[1][i] * nv[0][j]) * p;
+                jet.sv += (nu[0][i] * nv[1][j]) * p;
+                jet.suu += (nu[2][i] * nv[0][j]) * p;
+                jet.svv += (nu[0][i] * nv[2][j]) * p;
+                jet.suv += (nu[1][i] * nv[1][j]) * p;
+            }
+        }
+        return jet;
+    }
+
+    /// What is subtracted from (u, v); along one direction only where the other derivative vanishes, as at a pole.
+    static vec2 newtonStep(const SurfaceJet& jet, vec3 offset) {
+        const float fuu = glm::dot(jet.su, jet.su) + glm::dot(offset, jet.suu);
+        const float fvv = glm::dot(jet.sv, jet.sv) + glm::dot(offset, jet.svv);
+        const float fuv = glm::dot(jet.su, jet.sv) + glm::dot(offset, jet.suv);
+        const float gu = glm::dot(offset, jet.su);
+        const float gv = glm::dot(offset, jet.sv);
+        if (guardedLength(jet.su) < kThreshold) {
+            return {0.0f, gv / fvv};
+        }
+        if (guardedLength(jet.sv) < kThreshold) {
+            return {gu / fuu, 0.0f};
+        }
+        const float inverse = -1.0f / (fuv * fuv - fuu * fvv);
+        return {inverse * (fvv * gu - fuv * gv), inverse * (fuu * gv - fuv * gu)};
+    }
+
+    /// False where halving no longer changes a step: 0, an infinity or NaN in both directions.
+    static bool halve(vec2& step) {
+        const vec2 half = 0.5f * step;
+        const bool changes = std::abs(half.x) < std::abs(step.x) || std::abs(half.y) < std::abs(step.y);
+        step = half;
+        return changes;
+    }
+
+    bool halveIntoDomain(vec2 at, vec2& step) const {
+        // The lower bounds are 0, not the start of the domain.
+        const auto outside = [&](vec2 next) {
+            return next.x < 0.0f || next.x > u_.end() || next.y < 0.0f || next.y > v_.end();
+        };
+        while (outside(at - step)) {
+            if (!halve(step)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    bool halveUntilNearer(vec2 at, vec2& step) const {
+        const float here = squaredDistance(at);
+        while (squaredDistance(at - step) > here) {
+            if (!halve(step)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    float squaredDistance(vec2 at) const {
+        const vec3 offset = toWorld(surface_, surface_.localPoint(at.x, at.y)) - point_;
+        return glm::dot(offset, offset);
+    }
+
+    static float wrap(float u, const SurfaceDirection& direction) {
+        if (direction.form != kFormPeriodic) {
+            return u;
+        }
+        const float wrapped = std::fmod(u, direction.end());
+        return wrapped < 0.0f ? wrapped + direction.end() : wrapped;
+    }
+
+    const Surface& surface_;
+    SurfaceDirection u_;
+    SurfaceDirection v_;
+    vec3 point_;
+};
+
+} // namespace
+
+SurfaceSamples compute_cls_helper(const Surface& surface) {
+    requireEvaluable(surface, "surface");
+    const unsigned overlapU = surface.formU == kFormPeriodic ? 2 * surface.degreeU : surface.degreeU;
+    // The overlap of a periodic V is counted in U's degree: the search's start depends on this very grid.
+    const unsigned overlapV = surface.degreeV + (surface.formV == kFormPeriodic ? surface.degreeU : 0);
+    const std::vector<float> us = sampleParameters(alongU(surface), overlapU);
+    const std::vector<float> vs = sampleParameters(alongV(surface), overlapV);
+    SurfaceSamples samples;
+    samples.reserve(us.size() * vs.size());
+    for (const float u : us) {
+        for (const float v : vs) {
+            samples.emplace_back(vec2(u, v), toWorld(surface, surface.localPoint(u, v)));
+        }
+    }
+    return samples;
+}
+
+vec2 getClosetPointOnSurface(const Surface& surface, vec3 point, const SurfaceSamples& samples) {
+    requireEvaluable(surface, "surface");
+    return ClosestPointSearch(surface, point).run(samples);
+}
+
+vec2 closestPointOnSurface(Surface& surface, vec3 point) {
+    if (surface.closestSamples.empty()) {
+        surface.closestSamples = compute_cls_helper(surface);
+    }
+    return getClosetPointOnSurface(surface, point, surface.closestSamples);
+}
+
+} // namespace zent
