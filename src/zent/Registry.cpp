@@ -124,6 +124,10 @@
 #include "zent/proxies/DistanceBetweenTwoPoints.h"
 #define HAVE_DistanceBetweenTwoPoints 1
 #endif
+#if __has_include("zent/proxies/DistanceDimShape.h")
+#include "zent/proxies/DistanceDimShape.h"
+#define HAVE_DistanceDimShape 1
+#endif
 #if __has_include("zent/proxies/Expression.h")
 #include "zent/proxies/Expression.h"
 #define HAVE_Expression 1
@@ -160,9 +164,17 @@
 #include "zent/proxies/IKSplineSolver.h"
 #define HAVE_IKSplineSolver 1
 #endif
+#if __has_include("zent/proxies/InverseLocal.h")
+#include "zent/proxies/InverseLocal.h"
+#define HAVE_InverseLocal 1
+#endif
 #if __has_include("zent/proxies/InverseMatrix.h")
 #include "zent/proxies/InverseMatrix.h"
 #define HAVE_InverseMatrix 1
+#endif
+#if __has_include("zent/proxies/InverseWorld.h")
+#include "zent/proxies/InverseWorld.h"
+#define HAVE_InverseWorld 1
 #endif
 #if __has_include("zent/proxies/Joint.h")
 #include "zent/proxies/Joint.h"
@@ -438,7 +450,7 @@ std::vector<std::unique_ptr<Proxy>> makeProxies() {
 #ifdef HAVE_DistanceBetweenTwoPoints
     add(std::make_unique<ProxyDistanceBetweenTwoPoints>());
 #endif
-#ifdef HAVE_DistanceBetweenTwoPoints
+#ifdef HAVE_DistanceDimShape
     add(std::make_unique<ProxyDistanceDimShape>());
 #endif
 #ifdef HAVE_Expression
@@ -474,10 +486,10 @@ std::vector<std::unique_ptr<Proxy>> makeProxies() {
 #ifdef HAVE_InverseMatrix
     add(std::make_unique<ProxyInverseMatrix>());
 #endif
-#ifdef HAVE_InverseMatrix
+#ifdef HAVE_InverseLocal
     add(std::make_unique<ProxyInverseLocal>());
 #endif
-#ifdef HAVE_InverseMatrix
+#ifdef HAVE_InverseWorld
     add(std::make_unique<ProxyInverseWorld>());
 #endif
 #ifdef HAVE_Joint

@@ -1,0 +1,16 @@
+#include "zent/proxies/DecomposeMatrixScale.h"
+
+#include "zent/Binding.h"
+#include "zent/math/rotation.h"
+
+namespace zent {
+
+json ProxyDecomposeMatrixScale::mayaResult(const std::vector<Port>& ports) const {
+    return results(output("outputScale", result<vec3>(ports, 0)));
+}
+
+json ProxyDecomposeMatrixScale::zentResult(const Arguments& args) const {
+    return results(output(call<decomposeMatrixScale>(args)));
+}
+
+} // namespace zent

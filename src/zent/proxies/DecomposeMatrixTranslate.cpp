@@ -1,0 +1,16 @@
+#include "zent/proxies/DecomposeMatrixTranslate.h"
+
+#include "zent/Binding.h"
+#include "zent/math/rotation.h"
+
+namespace zent {
+
+json ProxyDecomposeMatrixTranslate::mayaResult(const std::vector<Port>& ports) const {
+    return results(output("outputTranslate", result<vec3>(ports, 0)));
+}
+
+json ProxyDecomposeMatrixTranslate::zentResult(const Arguments& args) const {
+    return results(output(call<decomposeMatrixTranslate>(args)));
+}
+
+} // namespace zent

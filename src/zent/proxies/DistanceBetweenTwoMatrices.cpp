@@ -1,0 +1,16 @@
+#include "zent/proxies/DistanceBetweenTwoMatrices.h"
+
+#include "zent/Binding.h"
+#include "zent/nodes/distanceBetween.h"
+
+namespace zent {
+
+json ProxyDistanceBetweenTwoMatrices::mayaResult(const std::vector<Port>& ports) const {
+    return results(output("distance", result<float>(ports, 0)));
+}
+
+json ProxyDistanceBetweenTwoMatrices::zentResult(const Arguments& args) const {
+    return results(output(call<distanceBetweenTwoMatrices>(args)));
+}
+
+} // namespace zent

@@ -1,0 +1,16 @@
+#include "zent/proxies/DistanceBetweenTwoPoints.h"
+
+#include "zent/Binding.h"
+#include "zent/nodes/distanceBetween.h"
+
+namespace zent {
+
+json ProxyDistanceBetweenTwoPoints::mayaResult(const std::vector<Port>& ports) const {
+    return results(output("distance", result<float>(ports, 0)));
+}
+
+json ProxyDistanceBetweenTwoPoints::zentResult(const Arguments& args) const {
+    return results(output(call<distanceBetweenTwoPoints>(args)));
+}
+
+} // namespace zent

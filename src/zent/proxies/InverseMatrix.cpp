@@ -1,0 +1,16 @@
+#include "zent/proxies/InverseMatrix.h"
+
+#include "zent/Binding.h"
+#include "zent/nodes/inverseMatrix.h"
+
+namespace zent {
+
+json ProxyInverseMatrix::mayaResult(const std::vector<Port>& ports) const {
+    return results(output("inverseMatrix", result<mat4>(ports, 0)));
+}
+
+json ProxyInverseMatrix::zentResult(const Arguments& args) const {
+    return results(output(call<inverseMatrix>(args)));
+}
+
+} // namespace zent

@@ -1,0 +1,16 @@
+#include "zent/proxies/QuatToEuler.h"
+
+#include "zent/Binding.h"
+#include "zent/math/rotation.h"
+
+namespace zent {
+
+json ProxyQuatToEuler::mayaResult(const std::vector<Port>& ports) const {
+    return results(output("outputRotate", result<Euler>(ports, 0)));
+}
+
+json ProxyQuatToEuler::zentResult(const Arguments& args) const {
+    return results(output(Euler{call<quatToEuler>(args)}));
+}
+
+} // namespace zent

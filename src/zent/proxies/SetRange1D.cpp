@@ -1,0 +1,16 @@
+#include "zent/proxies/SetRange1D.h"
+
+#include "zent/Binding.h"
+#include "zent/nodes/setRange.h"
+
+namespace zent {
+
+json ProxySetRange1D::mayaResult(const std::vector<Port>& ports) const {
+    return results(output("outValueX", result<float>(ports, 0)));
+}
+
+json ProxySetRange1D::zentResult(const Arguments& args) const {
+    return results(output(call<setRange1D>(args)));
+}
+
+} // namespace zent
