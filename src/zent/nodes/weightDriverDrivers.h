@@ -1,0 +1,18 @@
+#pragma once
+
+#include "zent/math/types.h"
+
+namespace zent {
+
+/// One weight for each pose of the transform-driven interpolator: 1 for the pose at which the driver stands, 0 for the
+/// others, and by a radial basis function over direction and twist in between. Neither clamped nor normalised.
+///
+/// The first two ints have no effect. Twist axis: 1 is y, 2 is z, anything else x; `invert` negates the axis. The
+/// driver is seen from the reader, each pose from its own parent, both turned back by the rotation offset (radians). A
+/// pose of mode 1 ignores twist. Poses that the kernel cannot tell apart give all zeros. Throws std::runtime_error for
+/// fewer parents or modes than poses, and for more than 8,192 poses.
+svec<float, 16> weightDriverDrivers(int, int, int twistAxis, bool invert, mat4 driverMatrix, mat4 readerMatrix,
+                                    svec<mat4, 16> poseMatrices, svec<mat4, 16> poseParentMatrices,
+                                    svec<int, 16> poseModes, vec3 rotationOffset);
+
+} // namespace zent
