@@ -293,16 +293,14 @@ float animCurve(float time, svec<float, 8> keyTime, svec<float, 8> keyValue, sve
                 svec<float, 8> outTangentY, svec<int, 8> outTangentType, int preInfinity, int postInfinity,
                 bool weighted) {
     requireAtLeast("key times", keyTime.size(), 1, "animCurve");
-    const auto requireKeys = [&](const char* name, std::size_t size) {
-        requireAtLeast(name, size, keyTime.size(), "animCurve");
-    };
-    requireKeys("key values", keyValue.size());
-    requireKeys("in-tangent x", inTangentX.size());
-    requireKeys("in-tangent y", inTangentY.size());
-    requireKeys("in-tangent types", inTangentType.size());
-    requireKeys("out-tangent x", outTangentX.size());
-    requireKeys("out-tangent y", outTangentY.size());
-    requireKeys("out-tangent types", outTangentType.size());
+    requireLists("animCurve", keyTime.size(),
+                 {{"key values", keyValue.size()},
+                  {"in-tangent x", inTangentX.size()},
+                  {"in-tangent y", inTangentY.size()},
+                  {"in-tangent types", inTangentType.size()},
+                  {"out-tangent x", outTangentX.size()},
+                  {"out-tangent y", outTangentY.size()},
+                  {"out-tangent types", outTangentType.size()}});
     requireAscendingTimes(keyTime);
 
     const std::size_t last = keyTime.size() - 1;

@@ -54,8 +54,8 @@ svec<float, 16> weightDriverDrivers(int, int, int twistAxis, bool invert, mat4 d
                                     svec<mat4, 16> poseMatrices, svec<mat4, 16> poseParentMatrices,
                                     svec<int, 16> poseModes, vec3 rotationOffset) {
     const std::size_t count = poseMatrices.size();
-    requireAtLeast("pose parent matrices", poseParentMatrices.size(), count, "weightDriverDrivers");
-    requireAtLeast("pose modes", poseModes.size(), count, "weightDriverDrivers");
+    requireLists("weightDriverDrivers", count,
+                 {{"pose parent matrices", poseParentMatrices.size()}, {"pose modes", poseModes.size()}});
     requireWeightDriverSize("pose matrices", count, count);
     svec<float, 16> result(count, 0.0f);
     if (count == 0) {

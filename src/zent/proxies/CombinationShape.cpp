@@ -1,0 +1,16 @@
+#include "zent/proxies/CombinationShape.h"
+
+#include "zent/Binding.h"
+#include "zent/nodes/combinationShape.h"
+
+namespace zent {
+
+json ProxyCombinationShape::mayaResult(const std::vector<Port>& ports) const {
+    return results(output("outputWeight", result<float>(ports, 0)));
+}
+
+json ProxyCombinationShape::zentResult(const Arguments& args) const {
+    return results(output(call<combinationShape>(args)));
+}
+
+} // namespace zent

@@ -1,0 +1,16 @@
+#include "zent/proxies/RemapValue.h"
+
+#include "zent/Binding.h"
+#include "zent/nodes/remapValue.h"
+
+namespace zent {
+
+json ProxyRemapValue::mayaResult(const std::vector<Port>& ports) const {
+    return results(output("outValue", result<float>(ports, 0)));
+}
+
+json ProxyRemapValue::zentResult(const Arguments& args) const {
+    return results(output(call<remapValue>(args)));
+}
+
+} // namespace zent
