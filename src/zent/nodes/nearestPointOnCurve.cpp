@@ -1,0 +1,135 @@
+#include "zent/nodes/nearestPointOnCurve.h"
+
+#include "zent/geometry/nurbs.h"
+#include "zent/geometry/shapes.h"
+#include "zent/math/require.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+
+namespace zent {
+namespace {
+
+constexpr int kMaxNewtonSteps = 20;
+constexpr unsigned kMaxSpansOfLiteralScan = 3;
+
+/// The nearest of the samples looked at so far; a tie keeps the earlier one.
+struct NearestSample {
+    float u;
+    float distance = std::numeric_limits<float>::max();
+
+    void offer(float candidate, float candidateDistance) {
+        if (candidateDistance < distance) {
+            u = candidate;
+            distance = candidateDistance;
+        }
+    }
+};
+
+float startParameter(const Curve& curve, vec3 point) {
+    NearestSample nearest{curve.domainStart()};
+    const auto sample = [&](float u) { nearest.offer(u, guardedLength(worldPoint(curve, u) - point)); };
+    if (spanCount(curve) <= kMaxSpansOfLiteralScan) {
+        // The samples are not scaled to the domain, deliberately: of a wider one they see only the beginning.
+        for (const float u : {0.0f, 0.25f, 0.5f, 0.75f, 1.0f}) {
+            sample(u);
+        }
+        return std::max(std::min(nearest.u, curve.domainEnd()), curve.domainStart());
+    }
+    for (unsigned knot = curve.degree - 1; knot <= curve.degree - 1 + spanCount(curve); ++knot) {
+        sample(curve.knots[knot]);
+    }
+    return clampParameter(nearest.u, curve.degree, curve.knots);
+}
+
+/// u - step with the step halved until it stays in the domain; u itself where halving does not change the step any
+/// more.
+float stepInsideDomain(const Curve& curve, float u, float step) {
+    float next = u - step;
+    while (next < curve.domainStart() || next > curve.domainEnd()) {
+        const float half = step * 0.5f;
+        if (half == step) {
+            return u;
+        }
+        step = half;
+        next = u - step;
+    }
+    return next;
+}
+
+float wrapOrClamp(const Curve& curve, float u) {
+    if (curve.form == kFormPeriodic) {
+        const float wrapped = std::fmod(u, curve.domainEnd());
+        return wrapped < 0.0f ? wrapped + curve.domainEnd() : wrapped;
+    }
+    // The lower bound is 0 and not the domain's start, deliberately: it acts on a domain that starts below 0.
+    if (u < 0.0f) {
+        return 0.0f;
+    }
+    const float margin = static_cast<float>(uniqueCount(curve)) * std::numeric_limits<float>::epsilon();
+    return std::min(u, curve.domainEnd() - margin);
+}
+
+} // namespace
+
+vec3 worldPoint(const Curve& curve, float u) {
+    return toWorld(curve, curve.localPoint(u));
+}
+
+float getClosetPointOnCurve1D(const Curve& curve, vec3 point) {
+    requireEvaluable(curve, "curve");
+    requireKnotPerPoint(curve, "curve");
+    const auto squaredDistance = [&](vec3 candidate) { return glm::dot(candidate - point, candidate - point); };
+    NearestSample nearest{curve.domainStart()};
+    for (unsigned i = 1; i < uniqueCount(curve); ++i) {
+        const vec3 a = toWorld(curve, curve.cv[i - 1]);
+        const vec3 b = toWorld(curve, curve.cv[i]);
+        const vec3 d = b - a;
+        const float t = glm::dot(d, point - a) / glm::dot(d, d);
+        if (t > 1.0f) {
+            nearest.offer(curve.knots[i], squaredDistance(b));
+        } else if (t >= 0.0f) {
+            const float u = curve.knots[i - 1] + t * (curve.knots[i] - curve.knots[i - 1]);
+            nearest.offer(u, squaredDistance(worldPoint(curve, u)));
+        } else { // before the segment, or NaN: a segment of no length
+            nearest.offer(curve.knots[i - 1], squaredDistance(a));
+        }
+    }
+    return nearest.u;
+}
+
+float getClosetPointOnCurve(const Curve& curve, vec3 point) {
+    if (curve.degree == 1) {
+        return getClosetPointOnCurve1D(curve, point);
+    }
+    requireEvaluable(curve, "curve");
+    requireKnotPerPoint(curve, "curve");
+    float u = startParameter(curve, point);
+    for (int i = 0; i < kMaxNewtonSteps; ++i) {
+        const vec3 r = worldPoint(curve, u) - point;
+        const vec3 d1 = curve.dPdU(u);
+        const float denominator = glm::dot(r, curve.d2PdU2(u)) + glm::dot(d1, d1);
+        if (std::abs(denominator) < kSearchTolerance) {
+            return u;
+        }
+        const float next = wrapOrClamp(curve, stepInsideDomain(curve, u, glm::dot(r, d1) / denominator));
+        if (std::abs(next - u) < kSearchTolerance) {
+            return u; // the parameter from before this step, deliberately
+        }
+        u = next;
+    }
+    return u;
+}
+
+std::pair<vec3, float> nearestPointOnCurve(const Curve& curve, vec3 point) {
+    const float u = getClosetPointOnCurve(curve, point);
+    if (!(u > -1.0f && u < static_cast<float>(curve.cv.size()))) {
+        fail("nearestPointOnCurve ends at parameter " + std::to_string(u) + ", curve has " +
+             std::to_string(curve.cv.size()) + " control points");
+    }
+    // The parameter truncated to an index, deliberately: the position is that of a control point.
+    return {toWorld(curve, curve.cv[static_cast<std::size_t>(u)]), u};
+}
+
+} // namespace zent

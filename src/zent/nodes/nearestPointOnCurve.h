@@ -1,0 +1,28 @@
+#pragma once
+
+#include "zent/geometry/Curve.h"
+
+#include <utility>
+
+namespace zent {
+
+/// The tolerance of all parameter searches on curves.
+inline constexpr float kSearchTolerance = 1e-5f;
+
+/// A curve's point at a parameter in world space.
+vec3 worldPoint(const Curve& curve, float u);
+
+/// The parameter of the point of a degree 1 curve that is closest to a world-space point; exact, segment by segment. A
+/// curve without segments gives its first knot. Throws std::runtime_error for a curve that cannot be evaluated.
+float getClosetPointOnCurve1D(const Curve& curve, vec3 point);
+
+/// The parameter of the point of a curve that is closest to a world-space point, by a coarse scan and Newton's
+/// iteration on the squared distance (The NURBS Book, 6.1). Throws std::runtime_error for a curve that cannot be
+/// evaluated.
+float getClosetPointOnCurve(const Curve& curve, vec3 point);
+
+/// The closest parameter, and the world position of the control point whose index is its integral part. Throws
+/// std::runtime_error where there is no such control point.
+std::pair<vec3, float> nearestPointOnCurve(const Curve& curve, vec3 point);
+
+} // namespace zent
