@@ -37,6 +37,7 @@ float startParameter(const Curve& curve, vec3 point) {
         }
         return std::max(std::min(nearest.u, curve.domainEnd()), curve.domainStart());
     }
+    requireKnotPerPoint(curve, "curve");
     for (unsigned knot = curve.degree - 1; knot <= curve.degree - 1 + spanCount(curve); ++knot) {
         sample(curve.knots[knot]);
     }
@@ -104,7 +105,6 @@ float getClosetPointOnCurve(const Curve& curve, vec3 point) {
         return getClosetPointOnCurve1D(curve, point);
     }
     requireEvaluable(curve, "curve");
-    requireKnotPerPoint(curve, "curve");
     float u = startParameter(curve, point);
     for (int i = 0; i < kMaxNewtonSteps; ++i) {
         const vec3 r = worldPoint(curve, u) - point;

@@ -1,0 +1,16 @@
+#include "zent/proxies/IKSCSolver.h"
+
+#include "zent/Binding.h"
+#include "zent/nodes/ikSCsolver.h"
+
+namespace zent {
+
+json ProxyIKSCSolver::mayaResult(const std::vector<Port>& ports) const {
+    return results(output("rotate", result<std::vector<vec3>>(ports, 0)));
+}
+
+json ProxyIKSCSolver::zentResult(const Arguments& args) const {
+    return results(output(std::array<vec3, 1>{call<ikSCsolver>(args)}));
+}
+
+} // namespace zent

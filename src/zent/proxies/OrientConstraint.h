@@ -1,0 +1,16 @@
+#pragma once
+
+#include "zent/Proxy.h"
+
+namespace zent {
+
+/// The adapter of `orientConstraint`.
+class ProxyOrientConstraint : public Proxy {
+public:
+    json mayaResult(const std::vector<Port>& ports) const override;
+    json zentResult(const Arguments& args) const override;
+    json closure(const Arguments& args, const std::vector<Port>& ports) const override;
+    std::string name() const override { return "orientConstraint"; }
+};
+
+} // namespace zent

@@ -1,0 +1,29 @@
+#include "zent/proxies/ParentConstraintRotate.h"
+
+#include "zent/Binding.h"
+#include "zent/nodes/parentConstraint.h"
+
+namespace zent {
+
+json ProxyParentConstraintRotate::mayaResult(const std::vector<Port>& ports) const {
+    return results(eulerResult("constraintRotate", result<vec3>(ports, 0)));
+}
+
+json ProxyParentConstraintRotate::zentResult(const Arguments& args) const {
+    return results(eulerResult(call<parentConstraintRotate>(args)));
+}
+
+json ProxyParentConstraintRotate::closure(const Arguments& args, const std::vector<Port>& /*ports*/) const {
+    return nodeReport(
+        "parentConstraint",
+        results(input<mat4>("constraintParentInverseMatrix", args, 0), input<int>("constraintRotateOrder", args, 1),
+                input<Euler>("constraintJointOrient", args, 2), input<int>("interpType", args, 3),
+                input<svec<float, 4>>("target[{}].targetWeight", args, 4), input<Euler>("restRotate", args, 5),
+                input<svec<mat4, 4>>("target[{}].targetParentMatrix", args, 6),
+                input<svec<Euler, 4>>("target[{}].targetRotate", args, 7),
+                input<svec<Euler, 4>>("target[{}].targetOffsetRotate", args, 8),
+                input<svec<int, 4>>("target[{}].targetRotateOrder", args, 9),
+                input<svec<Euler, 4>>("target[{}].targetJointOrient", args, 10)));
+}
+
+} // namespace zent
