@@ -7,10 +7,6 @@ target_compile_options(zent_options INTERFACE
     # GCC's flow analysis takes a moved small_vector for a read beyond its inline room.
     $<$<CXX_COMPILER_ID:GNU>:-Wno-stringop-overread>
 )
-if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    # A false alarm of GCC 12 on the move of a boost small_vector of matrices.
-    target_compile_options(zent_options INTERFACE -Wno-stringop-overread)
-endif()
 if(ZENT_SANITIZE)
     target_compile_options(zent_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
                                                   -fno-omit-frame-pointer)
