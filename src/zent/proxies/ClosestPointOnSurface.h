@@ -1,0 +1,17 @@
+#pragma once
+
+#include "zent/Proxy.h"
+
+namespace zent {
+
+/// The adapter of `closestPointOnSurface`.
+class ProxyClosestPointOnSurface : public Proxy {
+public:
+    json mayaResult(const std::vector<Port>& ports) const override;
+    json zentResult(const Arguments& args) const override;
+    /// Adds the record's inputs.
+    json closure(const Arguments& args, const std::vector<Port>& ports) const override;
+    std::string name() const override { return "closestPointOnSurface"; }
+};
+
+} // namespace zent

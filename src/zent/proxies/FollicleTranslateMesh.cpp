@@ -1,0 +1,16 @@
+#include "zent/proxies/FollicleTranslateMesh.h"
+
+#include "zent/Binding.h"
+#include "zent/nodes/follicle.h"
+
+namespace zent {
+
+json ProxyFollicleTranslateMesh::mayaResult(const std::vector<Port>& ports) const {
+    return results(output("outTranslate", result<vec3>(ports, 0)));
+}
+
+json ProxyFollicleTranslateMesh::zentResult(const Arguments& args) const {
+    return results(output(call<follicleTranslateMesh>(args)));
+}
+
+} // namespace zent

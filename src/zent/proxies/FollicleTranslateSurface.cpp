@@ -1,0 +1,16 @@
+#include "zent/proxies/FollicleTranslateSurface.h"
+
+#include "zent/Binding.h"
+#include "zent/nodes/follicle.h"
+
+namespace zent {
+
+json ProxyFollicleTranslateSurface::mayaResult(const std::vector<Port>& ports) const {
+    return results(output("outTranslate", result<vec3>(ports, 0)));
+}
+
+json ProxyFollicleTranslateSurface::zentResult(const Arguments& args) const {
+    return results(output(call<follicleTranslateSurface>(args)));
+}
+
+} // namespace zent

@@ -1,0 +1,16 @@
+#include "zent/proxies/PolyEdgeToCurve.h"
+
+#include "zent/Binding.h"
+#include "zent/nodes/polyEdgeToCurve.h"
+
+namespace zent {
+
+json ProxyPolyEdgeToCurve::mayaResult(const std::vector<Port>& ports) const {
+    return results(output("outputcurve", result<Curve>(ports, 0))); // the plug's own name, with a small c
+}
+
+json ProxyPolyEdgeToCurve::zentResult(const Arguments& args) const {
+    return results(output(call<polyEdgeToCurve>(args)));
+}
+
+} // namespace zent

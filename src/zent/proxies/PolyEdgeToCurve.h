@@ -1,0 +1,15 @@
+#pragma once
+
+#include "zent/Proxy.h"
+
+namespace zent {
+
+/// The adapter of `polyEdgeToCurve`.
+class ProxyPolyEdgeToCurve : public Proxy {
+public:
+    json mayaResult(const std::vector<Port>& ports) const override;
+    json zentResult(const Arguments& args) const override;
+    std::string name() const override { return "polyEdgeToCurve"; }
+};
+
+} // namespace zent
