@@ -86,14 +86,12 @@ std::size_t readBlocks(std::istream& stream, std::size_t fileSize, const std::st
 /// Takes numbers off a block, front to back.
 class BlockReader {
 public:
-    BlockReader(const std::vector<char>& bytes, const char* what, std::size_t headSize) : bytes_(bytes), what_(what) {
-        require(headSize);
-    }
+    explicit BlockReader(const std::vector<char>& bytes) : bytes_(bytes) {}
 
-    /// The block holds `size` bytes from its start.
-    void require(std::size_t size) const {
+    /// The block holds `size` bytes from its start, which `what` needs.
+    void require(std::size_t size, const std::string& what) const {
         if (bytes_.size() < size) {
-            fail(std::to_string(bytes_.size()) + " bytes, " + what_ + " needs " + std::to_string(size));
+            fail(std::to_string(bytes_.size()) + " bytes, " + what + " needs " + std::to_string(size));
         }
     }
 
@@ -121,9 +119,13 @@ public:
 
 private:
     const std::vector<char>& bytes_;
-    const char* what_;
     std::size_t position_ = 0;
 };
+
+constexpr std::size_t kMeshHead = 64;
+constexpr std::size_t kCurveHead = 80;
+constexpr std::size_t kSurfaceHead = 92;
+constexpr std::size_t kLatticeHead = 76;
 
 static_assert(sizeof(vec3) == 12 && sizeof(mat3) == 36 && sizeof(mat4) == 64, "records are stored as they stand");
 
@@ -145,26 +147,31 @@ std::optional<std::size_t> readResourceBlocks(const std::string& path,
 }
 
 void LoadResource(Mesh& mesh, const std::vector<char>& bytes) {
-    BlockReader reader(bytes, "the head of a mesh", 64);
+    BlockReader reader(bytes);
+    reader.require(kMeshHead, "the head of a mesh");
     const auto matrix = reader.take<mat4>();
     mesh = Mesh(reader.takeList<vec3>(reader.remaining() / sizeof(vec3)), matrix);
 }
 
 void LoadResource(Curve& curve, const std::vector<char>& bytes) {
-    BlockReader reader(bytes, "the head of a curve", 80);
+    BlockReader reader(bytes);
+    reader.require(kCurveHead, "the head of a curve");
     const auto degree = reader.take<std::uint32_t>();
     const auto form = reader.take<std::uint32_t>();
     const std::size_t cvCount = reader.take<std::uint32_t>();
     const std::size_t knotCount = reader.take<std::uint32_t>();
     const auto matrix = reader.take<mat4>();
-    reader.require(80 + 12 * cvCount + 4 * knotCount);
+    reader.require(kCurveHead + 12 * cvCount + 4 * knotCount, "a curve of " + std::to_string(cvCount) +
+                                                                  " control points and " + std::to_string(knotCount) +
+                                                                  " knots");
     auto cv = reader.takeList<vec3>(cvCount);
     auto knots = reader.takeList<float>(knotCount);
     curve = Curve(degree, form, std::move(cv), std::move(knots), matrix);
 }
 
 void LoadResource(Surface& surface, const std::vector<char>& bytes) {
-    BlockReader reader(bytes, "the head of a surface", 92);
+    BlockReader reader(bytes);
+    reader.require(kSurfaceHead, "the head of a surface");
     const auto degreeU = reader.take<std::uint32_t>();
     const auto degreeV = reader.take<std::uint32_t>();
     const auto formU = reader.take<std::uint32_t>();
@@ -173,7 +180,9 @@ void LoadResource(Surface& surface, const std::vector<char>& bytes) {
     const std::size_t knotCountU = reader.take<std::uint32_t>();
     const std::size_t knotCountV = reader.take<std::uint32_t>();
     const auto matrix = reader.take<mat4>();
-    reader.require(92 + 12 * cvCount + 4 * (knotCountU + knotCountV));
+    reader.require(kSurfaceHead + 12 * cvCount + 4 * (knotCountU + knotCountV),
+                   "a surface of " + std::to_string(cvCount) + " control points and " +
+                       std::to_string(knotCountU + knotCountV) + " knots");
     auto cv = reader.takeList<vec3>(cvCount);
     auto knotsU = reader.takeList<float>(knotCountU);
     auto knotsV = reader.takeList<float>(knotCountV);
@@ -181,18 +190,21 @@ void LoadResource(Surface& surface, const std::vector<char>& bytes) {
 }
 
 void LoadResource(Lattice& lattice, const std::vector<char>& bytes) {
-    BlockReader reader(bytes, "the head of a lattice", 76);
+    BlockReader reader(bytes);
+    reader.require(kLatticeHead, "the head of a lattice");
     setTransform(lattice, reader.take<mat4>());
     lattice.s = reader.take<std::uint32_t>();
     lattice.t = reader.take<std::uint32_t>();
     lattice.u = reader.take<std::uint32_t>();
     const std::size_t count = lattice.s * lattice.t * lattice.u;
-    reader.require(76 + 12 * count);
+    reader.require(kLatticeHead + 12 * count, "a lattice of " + std::to_string(lattice.s) + " by " +
+                                                  std::to_string(lattice.t) + " by " + std::to_string(lattice.u) +
+                                                  " points");
     lattice.points = reader.takeList<vec3>(count);
 }
 
 void LoadResource(WeightMap& map, const std::vector<char>& bytes) {
-    BlockReader reader(bytes, "", 0);
+    BlockReader reader(bytes);
     map.clear();
     for (std::size_t count = bytes.size() / 8; count != 0; --count) {
         const auto key = reader.take<std::uint32_t>();
@@ -201,7 +213,7 @@ void LoadResource(WeightMap& map, const std::vector<char>& bytes) {
 }
 
 void LoadResource(DeltaList& deltas, const std::vector<char>& bytes) {
-    BlockReader reader(bytes, "", 0);
+    BlockReader reader(bytes);
     deltas.resize(bytes.size() / 16);
     for (auto& [index, delta] : deltas) {
         index = reader.take<std::uint32_t>();
@@ -210,7 +222,7 @@ void LoadResource(DeltaList& deltas, const std::vector<char>& bytes) {
 }
 
 void LoadResource(SkinWeights& weights, const std::vector<char>& bytes) {
-    BlockReader reader(bytes, "", 0);
+    BlockReader reader(bytes);
     weights.resize(bytes.size() / 12);
     for (auto& [point, influence, weight] : weights) {
         point = reader.take<std::uint32_t>();
@@ -220,7 +232,7 @@ void LoadResource(SkinWeights& weights, const std::vector<char>& bytes) {
 }
 
 void LoadResource(WireBindings& bindings, const std::vector<char>& bytes) {
-    BlockReader reader(bytes, "", 0);
+    BlockReader reader(bytes);
     bindings.resize(bytes.size() / 44);
     for (auto& [unused, parameter, frame] : bindings) {
         unused = reader.take<float>();
@@ -230,7 +242,7 @@ void LoadResource(WireBindings& bindings, const std::vector<char>& bytes) {
 }
 
 void LoadResource(std::vector<unsigned int>& numbers, const std::vector<char>& bytes) {
-    numbers = BlockReader(bytes, "", 0).takeList<unsigned int>(bytes.size() / 4);
+    numbers = BlockReader(bytes).takeList<unsigned int>(bytes.size() / 4);
 }
 
 void LoadResource(std::vector<unsigned char>& code, const std::vector<char>& bytes) {

@@ -86,15 +86,15 @@ TEST(CheckRecordsTest, RecordsComeBackFromJson) {
         "matrix": [1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1]})"));
     EXPECT_EQ(json(surfaceForm.get<Surface>()), surfaceForm);
 
-    EXPECT_TRUE(equal(form, form, "Curve", 0.001f));
-    EXPECT_FALSE(equal(form, form, "Curve", 0.0f));
-    EXPECT_TRUE(equal(surfaceForm, surfaceForm, "Surface", 0.001f));
+    EXPECT_TRUE(zent::equal(form, form, "Curve", 0.001f));
+    EXPECT_FALSE(zent::equal(form, form, "Curve", 0.0f));
+    EXPECT_TRUE(zent::equal(surfaceForm, surfaceForm, "Surface", 0.001f));
     json broken = form;
     broken.erase("knots");
-    EXPECT_THROW(equal(form, broken, "Curve", 0.001f), json::type_error);
+    EXPECT_THROW(zent::equal(form, broken, "Curve", 0.001f), json::type_error);
     broken["knots"] = form["knots"];
     broken["cv"][1] = {1, 2};
-    EXPECT_THROW(equal(form, broken, "Curve", 0.001f), json::type_error);
+    EXPECT_THROW(zent::equal(form, broken, "Curve", 0.001f), json::type_error);
 }
 
 } // namespace
