@@ -73,9 +73,10 @@ TEST_F(ResourceTest, ReadsEveryFormOfABlock) {
     const std::vector<unsigned char> code{0, 255, 28};
     const std::vector<Value> constants{true, -7, 2.5, ValueVector{1.0, 2.0, 3.0}};
     ResourceWriter writer;
-    writer.add(Mesh({vec3(1.0f), vec3(2.0f)}, kMatrix));
+    writer.add(Mesh({vec3(1.0f), vec3(2.0f), vec3(3.0f)}, kMatrix));
     writer.add(Curve(1, kFormClosed, {vec3(1.0f), vec3(2.0f)}, {0.0f, 1.0f}, kMatrix));
-    writer.add(Surface(1, 2, kFormOpen, kFormPeriodic, {0, 1}, {2, 3, 4}, {vec3(1.0f), vec3(2.0f)}, kMatrix));
+    writer.add(
+        Surface(1, 2, kFormOpen, kFormPeriodic, {0, 1}, {2, 3, 4, 5}, std::vector<vec3>(6, vec3(2.0f)), kMatrix));
     writer.add(lattice);
     writer.add(map);
     writer.add(deltas);
@@ -99,8 +100,8 @@ TEST_F(ResourceTest, ReadsEveryFormOfABlock) {
     const Surface& surface = storage_.get<Surface>(2);
     EXPECT_EQ(surface.degreeV, 2u);
     EXPECT_EQ(surface.formV, kFormPeriodic);
-    EXPECT_EQ(surface.knotsV, (std::vector<float>{2, 3, 4}));
-    EXPECT_EQ(surface.cv[1], vec3(2.0f));
+    EXPECT_EQ(surface.knotsV, (std::vector<float>{2, 3, 4, 5}));
+    EXPECT_EQ(surface.cv[5], vec3(2.0f));
     EXPECT_EQ(storage_.get<Lattice>(3).s, 2u);
     EXPECT_EQ(storage_.get<Lattice>(3).points, lattice.points);
     EXPECT_EQ(storage_.get<Lattice>(3).translation, vec3(3.0f));
@@ -118,8 +119,9 @@ TEST_F(ResourceTest, ReadsEveryFormOfABlock) {
     std::ostringstream list;
     listResources(path_, list);
     for (const char* line :
-         {"     0           88 bytes  mesh: 2 points\n", "curve: degree 1, form 2, 2 control points\n",
-          "lattice: 2 by 1 by 1 points", "weight map: 2\n", "deltas: 2\n", "skin weights: 2\n", "wire bindings: 1\n",
+         {"     0          100 bytes  mesh: 3 points\n", "curve: degree 1, form 2, 2 control points\n",
+          "surface: degrees 1 and 2, forms 1 and 3, 2 by 3 control points\n", "lattice: 2 by 1 by 1 points",
+          "weight map: 2\n", "deltas: 2\n", "skin weights: 2\n", "wire bindings: 1\n",
           "    10          128 bytes  constants: 4\n", "3 bytes  byte code\n"}) {
         EXPECT_NE(list.str().find(line), std::string::npos) << line << "in\n" << list.str();
     }

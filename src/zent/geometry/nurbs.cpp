@@ -8,47 +8,104 @@
 namespace zent {
 namespace {
 
-using DegreeTable = std::array<BasisRow, kMaxDegree + 1>;
-
 /// How far below its end a domain is evaluated, as a part of the last knot: 2^-22.
 constexpr float kEndMargin = 2.3841858e-7f;
+
+/// A table of A2.3 for degree P: basis functions of each degree on and above the diagonal, knot differences below it.
+template <int P>
+using BasisTable = std::array<std::array<float, P + 1>, P + 1>;
 
 /// The knots on both sides of u: left[j] = u - knots[span + 1 - j], right[j] = knots[span + j] - u, j from 1 to degree.
 struct KnotDistances {
     BasisRow left{};
     BasisRow right{};
 
-    KnotDistances(unsigned degree, unsigned span, float u, const std::vector<float>& knots) {
-        for (unsigned j = 1; j <= degree; ++j) {
+    KnotDistances(int degree, unsigned span, float u, const std::vector<float>& knots) {
+        for (int j = 1; j <= degree; ++j) {
             left[j] = u - knots[span + 1 - j];
             right[j] = knots[span + j] - u;
         }
     }
 };
 
-/// The triangular table of A2.3: basis functions of each degree on and above the diagonal, knot differences below it.
-DegreeTable basisTable(unsigned degree, const KnotDistances& distances) {
-    DegreeTable table{};
-    table[0][0] = 1.0f;
-    for (unsigned j = 1; j <= degree; ++j) {
+template <int P>
+BasisTable<P> basisTable(unsigned span, float u, const std::vector<float>& knots) {
+    const KnotDistances distances(P, span, u, knots);
+    BasisTable<P> ndu{};
+    ndu[0][0] = 1.0f;
+    for (int j = 1; j <= P; ++j) {
         float saved = 0.0f;
-        for (unsigned r = 0; r < j; ++r) {
-            table[j][r] = distances.right[r + 1] + distances.left[j - r];
-            const float temp = table[r][j - 1] / table[j][r];
-            table[r][j] = saved + distances.right[r + 1] * temp;
+        for (int r = 0; r < j; ++r) {
+            ndu[j][r] = distances.right[r + 1] + distances.left[j - r];
+            const float temp = ndu[r][j - 1] / ndu[j][r];
+            ndu[r][j] = saved + distances.right[r + 1] * temp;
             saved = distances.left[j - r] * temp;
         }
-        table[j][j] = saved;
+        ndu[j][j] = saved;
     }
-    return table;
+    return ndu;
 }
 
-void requireDirection(const std::string& name, unsigned degree, const std::vector<float>& knots) {
-    if (degree < 1 || degree > kMaxDegree) {
-        fail(name + " has degree " + std::to_string(degree) + ", evaluation needs 1 to " + std::to_string(kMaxDegree));
+/// A2.3 for a degree and an order that the compiler knows, so that nothing is left of its loops.
+template <int P, int N>
+BasisDerivatives derivativesOfDegree(unsigned span, float u, const std::vector<float>& knots) {
+    const BasisTable<P> ndu = basisTable<P>(span, u, knots);
+    BasisDerivatives rows{};
+    for (int j = 0; j <= P; ++j) {
+        rows[0][j] = ndu[j][P];
     }
-    requireAtLeast((name + " knots").c_str(), knots.size(), std::size_t{2} * degree,
-                   ("degree " + std::to_string(degree)).c_str());
+    for (int r = 0; r <= P; ++r) {
+        std::array<std::array<float, 3>, 2> a{};
+        a[0][0] = 1.0f;
+        for (int k = 1; k <= N; ++k) {
+            const auto& previous = a[(k - 1) % 2];
+            auto& next = a[k % 2];
+            const int rk = r - k;
+            const int pk = P - k;
+            float d = 0.0f;
+            if (r >= k) {
+                next[0] = previous[0] / ndu[pk + 1][rk];
+                d = next[0] * ndu[rk][pk];
+            }
+            const int first = rk >= -1 ? 1 : -rk;
+            const int last = r - 1 <= pk ? k - 1 : P - r;
+            for (int j = first; j <= last; ++j) {
+                next[j] = (previous[j] - previous[j - 1]) / ndu[pk + 1][rk + j];
+                d += next[j] * ndu[rk + j][pk];
+            }
+            if (r <= pk) {
+                next[k] = -previous[k - 1] / ndu[pk + 1][r];
+                d += next[k] * ndu[r][pk];
+            }
+            rows[k][r] = d;
+        }
+    }
+    int factor = P;
+    for (int k = 1; k <= N; ++k) {
+        for (int j = 0; j <= P; ++j) {
+            rows[k][j] *= static_cast<float>(factor);
+        }
+        factor *= P - k;
+    }
+    return rows;
+}
+
+template <int P>
+BasisDerivatives derivativesOfDegree(unsigned n, unsigned span, float u, const std::vector<float>& knots) {
+    return n < 2 ? derivativesOfDegree<P, 1>(span, u, knots) : derivativesOfDegree<P, 2>(span, u, knots);
+}
+
+// The texts of the checks are only made where one fails: evaluation is behind a check at each door.
+
+void requireDirection(const char* name, const char* direction, unsigned degree, const std::vector<float>& knots) {
+    if (degree < 1 || degree > kMaxDegree) {
+        fail(std::string(name) + direction + " has degree " + std::to_string(degree) + ", evaluation needs 1 to " +
+             std::to_string(kMaxDegree));
+    }
+    if (knots.size() < std::size_t{2} * degree) {
+        requireAtLeast((std::string(name) + direction + " knots").c_str(), knots.size(), std::size_t{2} * degree,
+                       ("degree " + std::to_string(degree)).c_str());
+    }
 }
 
 } // namespace
@@ -73,11 +130,12 @@ unsigned findSpan(float u, unsigned degree, const std::vector<float>& knots) {
 }
 
 BasisRow basisFunctions(unsigned degree, unsigned span, float u, const std::vector<float>& knots) {
-    const KnotDistances distances(degree, span, u, knots);
+    const int p = static_cast<int>(degree);
+    const KnotDistances distances(p, span, u, knots);
     BasisRow basis{1.0f};
-    for (unsigned j = 1; j <= degree; ++j) {
+    for (int j = 1; j <= p; ++j) {
         float saved = 0.0f;
-        for (unsigned r = 0; r < j; ++r) {
+        for (int r = 0; r < j; ++r) {
             const float temp = basis[r] / (distances.right[r + 1] + distances.left[j - r]);
             basis[r] = saved + distances.right[r + 1] * temp;
             saved = distances.left[j - r] * temp;
@@ -89,46 +147,18 @@ BasisRow basisFunctions(unsigned degree, unsigned span, float u, const std::vect
 
 BasisDerivatives computeDerivatives(unsigned n, unsigned degree, unsigned span, float u,
                                     const std::vector<float>& knots) {
-    const DegreeTable ndu = basisTable(degree, KnotDistances(degree, span, u, knots));
-    const int p = static_cast<int>(degree);
-    BasisDerivatives rows{};
-    for (int j = 0; j <= p; ++j) {
-        rows[0][j] = ndu[j][p];
+    switch (degree) {
+    case 1:
+        return derivativesOfDegree<1>(n, span, u, knots);
+    case 2:
+        return derivativesOfDegree<2>(n, span, u, knots);
+    case 3:
+        return derivativesOfDegree<3>(n, span, u, knots);
+    case 4:
+        return derivativesOfDegree<4>(n, span, u, knots);
+    default:
+        return derivativesOfDegree<5>(n, span, u, knots);
     }
-    for (int r = 0; r <= p; ++r) {
-        std::array<BasisRow, 2> a{};
-        a[0][0] = 1.0f;
-        for (int k = 1; k <= static_cast<int>(n); ++k) {
-            const BasisRow& previous = a[(k - 1) % 2];
-            BasisRow& next = a[k % 2];
-            const int rk = r - k;
-            const int pk = p - k;
-            float d = 0.0f;
-            if (r >= k) {
-                next[0] = previous[0] / ndu[pk + 1][rk];
-                d = next[0] * ndu[rk][pk];
-            }
-            const int first = rk >= -1 ? 1 : -rk;
-            const int last = r - 1 <= pk ? k - 1 : p - r;
-            for (int j = first; j <= last; ++j) {
-                next[j] = (previous[j] - previous[j - 1]) / ndu[pk + 1][rk + j];
-                d += next[j] * ndu[rk + j][pk];
-            }
-            if (r <= pk) {
-                next[k] = -previous[k - 1] / ndu[pk + 1][r];
-                d += next[k] * ndu[r][pk];
-            }
-            rows[k][r] = d;
-        }
-    }
-    int factor = p;
-    for (int k = 1; k <= static_cast<int>(n); ++k) {
-        for (int j = 0; j <= p; ++j) {
-            rows[k][j] *= static_cast<float>(factor);
-        }
-        factor *= p - k;
-    }
-    return rows;
 }
 
 unsigned uniqueCount(const Curve& curve) {
@@ -143,23 +173,30 @@ unsigned spanCount(const Curve& curve) {
 }
 
 void requireEvaluable(const Curve& curve, const char* name) {
-    requireDirection(name, curve.degree, curve.knots);
-    requireAtLeast((std::string(name) + " control points").c_str(), curve.cv.size(),
-                   curve.knots.size() - curve.degree + 1, (std::to_string(curve.knots.size()) + " knots").c_str());
-}
-
-void requireKnotPerPoint(const Curve& curve, const char* name) {
-    requireAtLeast((std::string(name) + " knots").c_str(), curve.knots.size(), curve.cv.size(),
-                   (std::to_string(curve.cv.size()) + " control points").c_str());
+    requireDirection(name, "", curve.degree, curve.knots);
+    const std::size_t needed = curve.knots.size() - curve.degree + 1;
+    if (curve.cv.size() < needed) {
+        requireAtLeast((std::string(name) + " control points").c_str(), curve.cv.size(), needed,
+                       (std::to_string(curve.knots.size()) + " knots").c_str());
+    }
 }
 
 void requireEvaluable(const Surface& surface, const char* name) {
-    requireDirection(std::string(name) + " in U", surface.degreeU, surface.knotsU);
-    requireDirection(std::string(name) + " in V", surface.degreeV, surface.knotsV);
+    requireDirection(name, " in U", surface.degreeU, surface.knotsU);
+    requireDirection(name, " in V", surface.degreeV, surface.knotsV);
     const std::size_t countU = surface.knotsU.size() - surface.degreeU + 1;
     const std::size_t countV = surface.knotsV.size() - surface.degreeV + 1;
-    requireAtLeast((std::string(name) + " control points").c_str(), surface.cv.size(), countU * countV,
-                   (std::to_string(countU) + " by " + std::to_string(countV) + " of the knots").c_str());
+    if (surface.cv.size() < countU * countV) {
+        requireAtLeast((std::string(name) + " control points").c_str(), surface.cv.size(), countU * countV,
+                       (std::to_string(countU) + " by " + std::to_string(countV) + " of the knots").c_str());
+    }
+}
+
+void requireKnotPerPoint(const Curve& curve, const char* name) {
+    if (curve.knots.size() < curve.cv.size()) {
+        requireAtLeast((std::string(name) + " knots").c_str(), curve.knots.size(), curve.cv.size(),
+                       (std::to_string(curve.cv.size()) + " control points").c_str());
+    }
 }
 
 } // namespace zent
