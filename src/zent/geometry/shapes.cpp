@@ -40,17 +40,6 @@ unsigned pointCount(const Lattice& shape) {
     return static_cast<unsigned>(shape.points.size());
 }
 
-void writePoint(Mesh& shape, unsigned i, vec3 point) {
-    shape.points[i] = point;
-}
-
-void writePoint(Curve& shape, unsigned i, vec3 point) {
-    shape.cv[i] = point;
-    if (shape.form == kFormPeriodic && i < shape.degree && i + shape.cv.size() >= shape.degree) {
-        shape.cv[i + shape.cv.size() - shape.degree] = point;
-    }
-}
-
 void writePoint(Surface& shape, unsigned i, vec3 point) {
     const unsigned countV = shape.cvCountV();
     shape.cv[i] = point;
@@ -64,8 +53,19 @@ void writePoint(Surface& shape, unsigned i, vec3 point) {
     shape.closestSamples.clear();
 }
 
-void writePoint(Lattice& shape, unsigned i, vec3 point) {
-    shape.points[i] = point;
+std::size_t indexBound(const Surface& shape) {
+    const bool repeats = shape.formU == kFormPeriodic || shape.formV == kFormPeriodic;
+    return repeats ? pointCount(shape) : shape.cv.size();
+}
+
+std::vector<char> selectionMask(const std::vector<unsigned int>& indices, std::size_t count) {
+    std::vector<char> mask(count, 0);
+    for (const unsigned int index : indices) {
+        if (index < count) {
+            mask[index] = 1;
+        }
+    }
+    return mask;
 }
 
 template <>
@@ -94,7 +94,12 @@ Lattice onePointShape<Lattice>(vec3 point, const mat4& matrix) {
 
 void requireConsistent(const Mesh&, const char*) {}
 
-void requireConsistent(const Curve&, const char*) {}
+void requireConsistent(const Curve& shape, const char* name) {
+    if (shape.form == kFormPeriodic && !shape.cv.empty()) {
+        requireAtLeast((std::string(name) + " control points").c_str(), shape.cv.size(), shape.degree,
+                       "a periodic overlap");
+    }
+}
 
 void requireConsistent(const Surface& shape, const char* name) {
     const std::size_t countU =
@@ -109,7 +114,7 @@ void requireConsistent(const Lattice& shape, const char* name) {
     const std::uint64_t layer = std::uint64_t{shape.s} * shape.t;
     // A product beyond 64 bits is no number of points either.
     const bool overflows = shape.u != 0 && layer > UINT64_MAX / shape.u;
-    if (overflows || layer * shape.u != shape.points.size()) {
+    if (overflows || layer * shape.u > shape.points.size()) {
         fail(std::string(name) + " has " + std::to_string(shape.points.size()) + " points, its counts are " +
              std::to_string(shape.s) + " by " + std::to_string(shape.t) + " by " + std::to_string(shape.u));
     }

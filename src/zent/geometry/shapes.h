@@ -43,14 +43,36 @@ unsigned pointCount(const Lattice& shape);
 
 /// Writes point i and whatever repeats it: the overlap of a periodic curve or surface. A surface's sample cache is
 /// emptied.
-void writePoint(Mesh& shape, unsigned i, vec3 point);
-void writePoint(Curve& shape, unsigned i, vec3 point);
+inline void writePoint(Mesh& shape, unsigned i, vec3 point) {
+    shape.points[i] = point;
+}
+inline void writePoint(Lattice& shape, unsigned i, vec3 point) {
+    shape.points[i] = point;
+}
+inline void writePoint(Curve& shape, unsigned i, vec3 point) {
+    shape.cv[i] = point;
+    if (shape.form == kFormPeriodic && i < shape.degree && i + shape.cv.size() >= shape.degree) {
+        shape.cv[i + shape.cv.size() - shape.degree] = point;
+    }
+}
 void writePoint(Surface& shape, unsigned i, vec3 point);
-void writePoint(Lattice& shape, unsigned i, vec3 point);
 
-/// The shape holds as many points as its own counts speak for, so that every point below pointCount can be visited and
-/// written. Otherwise throws std::runtime_error with a text that names the argument and what is wrong. An empty shape
-/// passes.
+/// The bound of an index that names a point to be written: every point that the shape holds, overlap and surplus
+/// included; of a periodic surface only those that its knots speak for.
+inline std::size_t indexBound(const Mesh& shape) {
+    return shape.points.size();
+}
+inline std::size_t indexBound(const Lattice& shape) {
+    return shape.points.size();
+}
+inline std::size_t indexBound(const Curve& shape) {
+    return shape.cv.size();
+}
+std::size_t indexBound(const Surface& shape);
+
+/// The shape holds at least as many points as its own counts speak for, so that every point below pointCount can be
+/// visited, and every point below indexBound written. Otherwise throws std::runtime_error with a text that names the
+/// argument and what is wrong. An empty shape passes.
 void requireConsistent(const Mesh& shape, const char* name);
 void requireConsistent(const Curve& shape, const char* name);
 void requireConsistent(const Surface& shape, const char* name);
@@ -74,6 +96,16 @@ mat4 matrixOf(const T& shape) {
     return mat4(vec4(shape.matrixLinear[0], 0.0f), vec4(shape.matrixLinear[1], 0.0f), vec4(shape.matrixLinear[2], 0.0f),
                 vec4(shape.translation, 1.0f));
 }
+
+/// The inverse that the shape's record keeps, last row 0, 0, 0, 1; not for lattices.
+template <class T>
+mat4 inverseMatrixOf(const T& shape) {
+    return mat4(vec4(shape.inverseLinear[0], 0.0f), vec4(shape.inverseLinear[1], 0.0f),
+                vec4(shape.inverseLinear[2], 0.0f), vec4(shape.inverseTranslation, 1.0f));
+}
+
+/// For each of `count` points 1 where `indices` names it, else 0; an index from `count` on names none.
+std::vector<char> selectionMask(const std::vector<unsigned int>& indices, std::size_t count);
 
 /// A shape of the single point `point`, for point-by-point work.
 template <class T>

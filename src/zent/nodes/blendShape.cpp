@@ -1,0 +1,197 @@
+#include "zent/nodes/blendShape.h"
+
+#include "zent/math/require.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace zent {
+namespace {
+
+enum class ItemKind : int { kWholeShape = 0, kDeltas = 1 };
+
+struct TargetTriple {
+    ItemIndex index;
+    ItemKind kind;
+    float value; ///< the in-between value
+};
+
+using TargetItems = svec<TargetTriple, 8>;
+
+/// An item index below 5000 wraps to a huge value; nothing guards against it.
+float inBetweenValue(unsigned int itemIndex) {
+    return static_cast<float>(itemIndex - 5000u) * 0.001f;
+}
+
+template <class Map>
+void collectItems(TargetItems& items, const Map& map, unsigned int target, ItemKind kind) {
+    for (auto it = map.lower_bound({target, 0u}); it != map.end() && it->first.first == target; ++it) {
+        items.push_back({it->first, kind, inBetweenValue(it->first.second)});
+    }
+}
+
+/// The item at the upper end of the interval that the weight falls into; the last one beyond them all.
+std::size_t upperItem(const TargetItems& items, float weight) {
+    for (std::size_t i = 1; i < items.size(); ++i) {
+        if (items[i].value >= weight - kThreshold) {
+            return i;
+        }
+    }
+    return items.size() - 1;
+}
+
+bool belowThreshold(float weight) {
+    return !(std::abs(weight) >= kThreshold);
+}
+
+bool belowSignedThreshold(float weight) {
+    return !(weight >= kThreshold);
+}
+
+template <class T>
+void addDifference(T& result, float weight, const T& base, const T& target, const WeightMap& factors) {
+    requireConsistent(base, "base");
+    requireConsistent(target, "target");
+    const unsigned count = std::min(pointCount(base), pointCount(target));
+    requireAtLeast("result", pointsOf(result).size(), count, "the base");
+    const std::vector<vec3>& from = pointsOf(base);
+    const std::vector<vec3>& to = pointsOf(target);
+    auto factor = factors.begin();
+    for (unsigned i = 0; i < count; ++i) {
+        float pointWeight = weight;
+        if (factor != factors.end() && factor->first == i) {
+            pointWeight = weight * factor->second;
+            ++factor;
+        }
+        writePoint(result, i, pointsOf(result)[i] + pointWeight * (to[i] - from[i]));
+    }
+}
+
+template <class T>
+void addDeltas(T& result, float weight, const DeltaList& deltas) {
+    requireConsistent(result, "base");
+    const std::size_t bound = indexBound(result);
+    for (std::size_t k = 0; k < deltas.size(); ++k) {
+        requireIndex("deltas", k, deltas[k].first, bound, "the base");
+    }
+    for (const auto& [i, delta] : deltas) {
+        writePoint(result, i, pointsOf(result)[i] + weight * delta);
+    }
+}
+
+} // namespace
+
+void IMPL_blend_target(Mesh& result, float weight, Mesh const& base, Mesh const& target, WeightMap const& factors) {
+    if (belowThreshold(weight)) {
+        return;
+    }
+    addDifference(result, weight, base, target, factors);
+}
+
+void IMPL_blend_target(Curve& result, float weight, Curve const& base, Curve const& target, WeightMap const& factors) {
+    if (belowThreshold(weight)) {
+        return;
+    }
+    addDifference(result, weight, base, target, factors);
+}
+
+// A mesh takes negative weights of both kinds, a curve of whole shapes only, a surface of neither: deliberate.
+void IMPL_blend_target(Surface& result, float weight, Surface const& base, Surface const& target,
+                       WeightMap const& factors) {
+    if (belowSignedThreshold(weight)) {
+        return;
+    }
+    addDifference(result, weight, base, target, factors);
+}
+
+void IMPL_blend_target(Mesh& result, float weight, DeltaList const& deltas) {
+    if (belowThreshold(weight)) {
+        return;
+    }
+    addDeltas(result, weight, deltas);
+}
+
+void IMPL_blend_target(Curve& result, float weight, DeltaList const& deltas) {
+    if (belowSignedThreshold(weight)) {
+        return;
+    }
+    addDeltas(result, weight, deltas);
+}
+
+void IMPL_blend_target(Surface& result, float weight, DeltaList const& deltas) {
+    if (belowSignedThreshold(weight)) {
+        return;
+    }
+    addDeltas(result, weight, deltas);
+}
+
+template <class T>
+T blendShape(float envelope, T const& base, WeightMap weights, TargetShapes<T> shapes, TargetDeltas deltas,
+             TargetWeightMaps weightMaps) {
+    T result = base;
+    if (!(envelope >= kThreshold)) {
+        return result;
+    }
+    const WeightMap noFactors;
+    const auto apply = [&](float weight, const TargetTriple& item) {
+        if (item.kind == ItemKind::kDeltas) {
+            // The target's weight map scales whole shapes only: deliberate.
+            IMPL_blend_target(result, weight, deltas.at(item.index).get());
+            return;
+        }
+        const auto factors = weightMaps.find(item.index.first);
+        IMPL_blend_target(result, weight, base, shapes.at(item.index).get(),
+                          factors == weightMaps.end() ? noFactors : factors->second);
+    };
+
+    for (const auto& [target, weight] : weights) {
+        TargetItems items;
+        collectItems(items, shapes, target, ItemKind::kWholeShape);
+        collectItems(items, deltas, target, ItemKind::kDeltas);
+        if (items.empty()) {
+            continue;
+        }
+        std::sort(items.begin(), items.end(),
+                  [](const TargetTriple& a, const TargetTriple& b) { return a.value < b.value; });
+        const TargetTriple& first = items.front();
+        if (items.size() > 1 && weight > first.value) {
+            const std::size_t hi = upperItem(items, weight);
+            const TargetTriple& lower = items[hi - 1];
+            const float t = (weight - lower.value) / (items[hi].value - lower.value);
+            // Between two items the envelope only gates, unlike on the single-item path: deliberate.
+            apply(1.0f - t, lower);
+            apply(t, items[hi]);
+        } else {
+            float scaled = weight;
+            if (std::abs(first.value - 1.0f) > kThreshold) {
+                scaled = weight / std::abs(first.value);
+            }
+            apply(scaled * envelope, first);
+        }
+    }
+    return result;
+}
+
+template Mesh blendShape(float, Mesh const&, WeightMap, TargetShapes<Mesh>, TargetDeltas, TargetWeightMaps);
+template Curve blendShape(float, Curve const&, WeightMap, TargetShapes<Curve>, TargetDeltas, TargetWeightMaps);
+template Surface blendShape(float, Surface const&, WeightMap, TargetShapes<Surface>, TargetDeltas, TargetWeightMaps);
+
+Mesh blendShapeMesh(float envelope, Mesh const& base, WeightMap weights, TargetShapes<Mesh> shapes, TargetDeltas deltas,
+                    TargetWeightMaps weightMaps) {
+    return blendShape<Mesh>(envelope, base, std::move(weights), std::move(shapes), std::move(deltas),
+                            std::move(weightMaps));
+}
+
+Curve blendShapeCurve(float envelope, Curve const& base, WeightMap weights, TargetShapes<Curve> shapes,
+                      TargetDeltas deltas, TargetWeightMaps weightMaps) {
+    return blendShape<Curve>(envelope, base, std::move(weights), std::move(shapes), std::move(deltas),
+                             std::move(weightMaps));
+}
+
+Surface blendShapeSurface(float envelope, Surface const& base, WeightMap weights, TargetShapes<Surface> shapes,
+                          TargetDeltas deltas, TargetWeightMaps weightMaps) {
+    return blendShape<Surface>(envelope, base, std::move(weights), std::move(shapes), std::move(deltas),
+                               std::move(weightMaps));
+}
+
+} // namespace zent

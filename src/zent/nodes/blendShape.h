@@ -1,0 +1,55 @@
+#pragma once
+
+#include "zent/geometry/shapes.h"
+#include "zent/geometry/weights.h"
+
+#include <functional>
+#include <map>
+
+namespace zent {
+
+/// A blend shape's items that are whole shapes, by target and item index, held by reference for the call.
+template <class T>
+using TargetShapes = std::map<ItemIndex, std::reference_wrapper<T const>>;
+/// A blend shape's items that are lists of deltas.
+using TargetDeltas = std::map<ItemIndex, std::reference_wrapper<DeltaList const>>;
+/// For each target the factors, by point, of its whole shapes' weights; an absent point has factor 1.
+using TargetWeightMaps = std::map<unsigned int, WeightMap>;
+
+/// Maya's blendShape: the base plus, target by target, the weighted difference of the items that the target's weight
+/// selects. T is Mesh, Curve or Surface; all points are in object space.
+///
+/// An item stands at the in-between value (item index - 5000) / 1000, so 6000 is the full target. An envelope below
+/// 1e-5 gives a copy of the base. Shapes of other sizes blend their common leading points. Throws std::runtime_error
+/// where a delta that is applied names a point that the base doesn't hold.
+template <class T>
+T blendShape(float envelope, T const& base, WeightMap weights, TargetShapes<T> shapes, TargetDeltas deltas,
+             TargetWeightMaps weightMaps);
+extern template Mesh blendShape(float, Mesh const&, WeightMap, TargetShapes<Mesh>, TargetDeltas, TargetWeightMaps);
+extern template Curve blendShape(float, Curve const&, WeightMap, TargetShapes<Curve>, TargetDeltas, TargetWeightMaps);
+extern template Surface blendShape(float, Surface const&, WeightMap, TargetShapes<Surface>, TargetDeltas,
+                                   TargetWeightMaps);
+
+Mesh blendShapeMesh(float envelope, Mesh const& base, WeightMap weights, TargetShapes<Mesh> shapes, TargetDeltas deltas,
+                    TargetWeightMaps weightMaps);
+Curve blendShapeCurve(float envelope, Curve const& base, WeightMap weights, TargetShapes<Curve> shapes,
+                      TargetDeltas deltas, TargetWeightMaps weightMaps);
+Surface blendShapeSurface(float envelope, Surface const& base, WeightMap weights, TargetShapes<Surface> shapes,
+                          TargetDeltas deltas, TargetWeightMaps weightMaps);
+
+/// Adds weight times the difference of a target and the base, over their common leading points; the weight map holds
+/// the factors by point. Nothing happens for a weight below 1e-5: by magnitude for a mesh and a curve, signed for a
+/// surface.
+void IMPL_blend_target(Mesh& result, float weight, Mesh const& base, Mesh const& target, WeightMap const& factors);
+void IMPL_blend_target(Curve& result, float weight, Curve const& base, Curve const& target, WeightMap const& factors);
+void IMPL_blend_target(Surface& result, float weight, Surface const& base, Surface const& target,
+                       WeightMap const& factors);
+
+/// Adds weight times each delta, in list order. Nothing happens for a weight below 1e-5: by magnitude for a mesh,
+/// signed for a curve and a surface. Throws std::runtime_error where a delta names a point that the result doesn't
+/// hold.
+void IMPL_blend_target(Mesh& result, float weight, DeltaList const& deltas);
+void IMPL_blend_target(Curve& result, float weight, DeltaList const& deltas);
+void IMPL_blend_target(Surface& result, float weight, DeltaList const& deltas);
+
+} // namespace zent

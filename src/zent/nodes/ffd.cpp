@@ -1,0 +1,227 @@
+// Products in this file are told in the column-vector order of glm: the rightmost factor acts on a point first.
+#include "zent/nodes/ffd.h"
+
+#include "zent/math/require.h"
+#include "zent/math/rotation.h"
+
+#include <glm/gtc/type_ptr.hpp>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string>
+#include <utility>
+
+namespace zent {
+namespace {
+
+constexpr unsigned kMaxWindow = 11;
+
+constexpr std::array<std::array<unsigned, kMaxWindow>, kMaxWindow> kBinomials = [] {
+    std::array<std::array<unsigned, kMaxWindow>, kMaxWindow> table{};
+    for (unsigned n = 0; n < kMaxWindow; ++n) {
+        table[n][0] = 1;
+        for (unsigned k = 1; k <= n; ++k) {
+            table[n][k] = table[n - 1][k - 1] + table[n - 1][k];
+        }
+    }
+    return table;
+}();
+
+using Powers = std::array<float, kMaxWindow>;
+
+/// x to the powers 0 to 10, by the products of `pown`.
+Powers powersOf(float x) {
+    const float x2 = x * x;
+    const float x4 = x2 * x2;
+    const float x8 = x4 * x4;
+    return {1.0f, x, x2, x2 * x, x4, x4 * x, x4 * x2, x4 * x2 * x, x8, x8 * x, x8 * x2};
+}
+
+/// The lattice points of one direction that a point hangs on.
+struct Direction {
+    unsigned count;  ///< of the lattice
+    unsigned window; ///< of those, how many take part
+};
+
+struct Window {
+    unsigned start;
+    std::array<float, kMaxWindow> weight;
+};
+
+/// The first lattice point of the window around a coordinate: the cell's, limited to where the window fits.
+unsigned windowStart(Direction direction, float coordinate) {
+    const float cell = std::floor(coordinate * static_cast<float>(direction.count - 1u));
+    const unsigned last = direction.count - direction.window;
+    if (!(cell >= 0.0f)) {
+        return 0;
+    }
+    return cell < static_cast<float>(last) ? static_cast<unsigned>(cell) : last;
+}
+
+void weighWindow(Direction direction, float coordinate, Window& window) {
+    if (direction.window == 0) {
+        return;
+    }
+    const unsigned degree = direction.window - 1;
+    window.start = windowStart(direction, coordinate);
+    const float spacing = 1.0f / static_cast<float>(direction.count - 1u);
+    const float v = (coordinate - static_cast<float>(window.start) * spacing) / (spacing * static_cast<float>(degree));
+    const Powers rising = powersOf(v);
+    const Powers falling = powersOf(1.0f - v);
+    for (unsigned i = 0; i <= degree; ++i) {
+        window.weight[i] = static_cast<float>(kBinomials[degree][i]) * rising[i] * falling[degree - i];
+    }
+}
+
+struct LatticeWindows {
+    Window s, t, u;
+};
+
+/// The weighted sum of a window's lattice points. S runs along each row in memory: rows are summed as plain floats
+/// first, points last.
+template <unsigned WindowS>
+vec3 sumWindow(const Lattice& lattice, unsigned windowT, unsigned windowU, const LatticeWindows& at) {
+    float row[3 * WindowS] = {};
+    for (unsigned k = 0; k < windowU; ++k) {
+        for (unsigned j = 0; j < windowT; ++j) {
+            const std::size_t rowIndex = at.t.start + j + std::size_t{lattice.t} * (at.u.start + k);
+            const float* points = glm::value_ptr(lattice.points[at.s.start + lattice.s * rowIndex]);
+            const float weight = at.t.weight[j] * at.u.weight[k];
+            for (unsigned f = 0; f < 3 * WindowS; ++f) {
+                row[f] += weight * points[f];
+            }
+        }
+    }
+    vec3 sum(0.0f);
+    for (unsigned i = 0; i < WindowS; ++i) {
+        sum += at.s.weight[i] * vec3(row[3 * i], row[3 * i + 1], row[3 * i + 2]);
+    }
+    return sum;
+}
+
+using WindowSum = vec3 (*)(const Lattice&, unsigned, unsigned, const LatticeWindows&);
+
+template <std::size_t... WindowS>
+constexpr std::array<WindowSum, kMaxWindow + 1> windowSums(std::index_sequence<WindowS...>) {
+    return {{[](const Lattice&, unsigned, unsigned, const LatticeWindows&) { return vec3(0.0f); },
+             &sumWindow<WindowS + 1>...}};
+}
+
+constexpr std::array<WindowSum, kMaxWindow + 1> kWindowSums = windowSums(std::make_index_sequence<kMaxWindow>());
+
+/// The way of a point through the lattice, set up once for all points.
+class LatticeMap {
+public:
+    LatticeMap(const Lattice& lattice, const mat4& toLattice, const mat4& fromLattice, bool local, unsigned influenceS,
+               unsigned influenceT, unsigned influenceU)
+        : lattice_(lattice), toLattice_(toLattice), fromLattice_(fromLattice),
+          s_(direction("S", lattice.s, local, influenceS)), t_(direction("T", lattice.t, local, influenceT)),
+          u_(direction("U", lattice.u, local, influenceU)), sum_(kWindowSums[s_.window]) {
+        if (s_.window != 0 && t_.window != 0 && u_.window != 0) {
+            requireConsistent(lattice, "lattice");
+        }
+    }
+
+    vec3 operator()(vec3 point) const {
+        const vec3 coordinate = transformPoint(toLattice_, point) + 0.5f;
+        LatticeWindows at;
+        weighWindow(s_, coordinate.x, at.s);
+        weighWindow(t_, coordinate.y, at.t);
+        weighWindow(u_, coordinate.z, at.u);
+        return transformPoint(fromLattice_, sum_(lattice_, t_.window, u_.window, at));
+    }
+
+private:
+    static Direction direction(const char* name, unsigned count, bool local, unsigned influence) {
+        const Direction result{count, local ? std::min(count, influence) : count};
+        if (result.window > kMaxWindow) {
+            fail(std::string("lattice window in ") + name + " is " + std::to_string(result.window) +
+                 ", the polynomials hold " + std::to_string(kMaxWindow));
+        }
+        return result;
+    }
+
+    const Lattice& lattice_;
+    mat4 toLattice_;
+    mat4 fromLattice_;
+    Direction s_, t_, u_;
+    WindowSum sum_;
+};
+
+template <class T, class Selected>
+T& deformSelected(T& geometry, const Lattice& lattice, const mat4& deformedLatticeMatrix, const mat4& baseLatticeMatrix,
+                  bool local, unsigned influenceS, unsigned influenceT, unsigned influenceU, const Selected& selected) {
+    requireConsistent(geometry, "geometry");
+    const unsigned count = pointCount(geometry);
+    if (count == 0) {
+        return geometry;
+    }
+    const LatticeMap deformed(lattice, glm::inverse(baseLatticeMatrix) * matrixOf(geometry),
+                              inverseMatrixOf(geometry) * deformedLatticeMatrix, local, influenceS, influenceT,
+                              influenceU);
+    for (unsigned i = 0; i < count; ++i) {
+        if (selected(i)) {
+            writePoint(geometry, i, deformed(pointsOf(geometry)[i]));
+        }
+    }
+    return geometry;
+}
+
+} // namespace
+
+template <class T>
+T& ffd(T& geometry, Lattice const& lattice, mat4 deformedLatticeMatrix, mat4 baseLatticeMatrix, bool local,
+       unsigned int influenceS, unsigned int influenceT, unsigned int influenceU) {
+    return deformSelected(geometry, lattice, deformedLatticeMatrix, baseLatticeMatrix, local, influenceS, influenceT,
+                          influenceU, [](unsigned) { return true; });
+}
+
+template <class T>
+T& ffdPartial(T& geometry, std::vector<unsigned int> indices, Lattice const& lattice, mat4 deformedLatticeMatrix,
+              mat4 baseLatticeMatrix, bool local, unsigned int influenceS, unsigned int influenceT,
+              unsigned int influenceU) {
+    const std::vector<char> selected = selectionMask(indices, pointsOf(geometry).size());
+    return deformSelected(geometry, lattice, deformedLatticeMatrix, baseLatticeMatrix, local, influenceS, influenceT,
+                          influenceU, [&](unsigned i) { return selected[i] != 0; });
+}
+
+template Mesh& ffd(Mesh&, Lattice const&, mat4, mat4, bool, unsigned int, unsigned int, unsigned int);
+template Surface& ffd(Surface&, Lattice const&, mat4, mat4, bool, unsigned int, unsigned int, unsigned int);
+template Mesh& ffdPartial(Mesh&, std::vector<unsigned int>, Lattice const&, mat4, mat4, bool, unsigned int,
+                          unsigned int, unsigned int);
+
+Mesh& ffdMesh(Mesh& geometry, Lattice const& lattice, mat4 deformedLatticeMatrix, mat4 baseLatticeMatrix, bool local,
+              unsigned int influenceS, unsigned int influenceT, unsigned int influenceU) {
+    return ffd(geometry, lattice, deformedLatticeMatrix, baseLatticeMatrix, local, influenceS, influenceT, influenceU);
+}
+
+Surface& ffdSurface(Surface& geometry, Lattice const& lattice, mat4 deformedLatticeMatrix, mat4 baseLatticeMatrix,
+                    bool local, unsigned int influenceS, unsigned int influenceT, unsigned int influenceU) {
+    return ffd(geometry, lattice, deformedLatticeMatrix, baseLatticeMatrix, local, influenceS, influenceT, influenceU);
+}
+
+Mesh& ffdPartialMesh(Mesh& geometry, std::vector<unsigned int> indices, Lattice const& lattice,
+                     mat4 deformedLatticeMatrix, mat4 baseLatticeMatrix, bool local, unsigned int influenceS,
+                     unsigned int influenceT, unsigned int influenceU) {
+    return ffdPartial(geometry, std::move(indices), lattice, deformedLatticeMatrix, baseLatticeMatrix, local,
+                      influenceS, influenceT, influenceU);
+}
+
+unsigned int binomial(unsigned int n, unsigned int k) {
+    requireIndex("binomial's n", 0, n, kMaxWindow, "the table");
+    requireIndex("binomial's k", 0, k, kMaxWindow, "the table");
+    return kBinomials[n][k];
+}
+
+float pown(float x, unsigned int n) {
+    constexpr unsigned kStep = kMaxWindow - 1;
+    const Powers powers = powersOf(x);
+    float product = 1.0f;
+    for (; n > kStep; n -= kStep) {
+        product *= powers[kStep];
+    }
+    return product * powers[n];
+}
+
+} // namespace zent

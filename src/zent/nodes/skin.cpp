@@ -1,0 +1,123 @@
+// Products in this file are told in the column-vector order of glm: the rightmost factor acts on a point first.
+#include "zent/nodes/skin.h"
+
+#include "zent/math/require.h"
+
+#include <tuple>
+#include <utility>
+
+namespace zent {
+namespace {
+
+/// Four floats that the compiler keeps in one register.
+struct alignas(16) Lanes {
+    float lane[4];
+};
+
+/// What an influence does to a point: the columns of its linear part, and its translation.
+struct Influence {
+    Lanes column[4];
+};
+
+using SkinPalette = svec<Influence, 8>;
+
+Lanes lanes(vec3 v) {
+    return {{v.x, v.y, v.z, 0.0f}};
+}
+
+SkinPalette combineInfluences(const mat4& geomMatrix, const std::vector<mat4>& matrix,
+                              const std::vector<mat4>& bindPreMatrix) {
+    const mat4 worldToGeom = glm::inverse(geomMatrix);
+    SkinPalette palette(matrix.size());
+    for (std::size_t i = 0; i < matrix.size(); ++i) {
+        const mat4 combined = worldToGeom * matrix[i] * bindPreMatrix[i] * geomMatrix;
+        for (int c = 0; c < 4; ++c) {
+            palette[i].column[c] = lanes(vec3(combined[c]));
+        }
+    }
+    return palette;
+}
+
+/// sum += weight * (influence applied to point)
+inline void accumulate(Lanes& sum, const Influence& influence, vec3 point, float weight) {
+    for (int c = 0; c < 4; ++c) {
+        const float carried = influence.column[0].lane[c] * point.x + influence.column[1].lane[c] * point.y +
+                              influence.column[2].lane[c] * point.z + influence.column[3].lane[c];
+        sum.lane[c] += weight * carried;
+    }
+}
+
+template <class T>
+T cleared(const T& input) {
+    T result = input;
+    for (unsigned i = 0; i < pointCount(result); ++i) {
+        writePoint(result, i, vec3(0.0f));
+    }
+    return result;
+}
+
+// A skinned mesh comes back with identity matrices, the other shapes keep theirs: deliberate.
+template <>
+Mesh cleared(const Mesh& input) {
+    return Mesh(input.points.size());
+}
+
+} // namespace
+
+template <class T>
+T skin(float envelope, T const& input, mat4 const& geomMatrix, std::vector<mat4> matrix,
+       std::vector<mat4> bindPreMatrix, SkinWeights const& weights) {
+    // The envelope only gates: there is no blend with the input.
+    if (!(envelope >= kThreshold)) {
+        return input;
+    }
+    requireConsistent(input, "input");
+    requireAtLeast("bindPreMatrix", bindPreMatrix.size(), matrix.size(), "matrix");
+    const SkinPalette palette = combineInfluences(geomMatrix, matrix, bindPreMatrix);
+    T result = cleared(input);
+
+    const std::vector<vec3>& from = pointsOf(input);
+    const std::size_t pointBound = indexBound(input);
+    for (std::size_t k = 0; k < weights.size();) {
+        // The tuples of one point mostly stand together: its sum is written once.
+        const unsigned int point = std::get<0>(weights[k]);
+        requireIndex("weights", k, point, pointBound, "the input");
+        const vec3 position = from[point];
+        Lanes sum = lanes(pointsOf(result)[point]);
+        do {
+            const auto& [v, influence, weight] = weights[k];
+            requireIndex("weights' influences", k, influence, palette.size(), "matrix");
+            accumulate(sum, palette[influence], position, weight);
+            ++k;
+        } while (k < weights.size() && std::get<0>(weights[k]) == point);
+        writePoint(result, point, vec3(sum.lane[0], sum.lane[1], sum.lane[2]));
+    }
+    return result;
+}
+
+template Mesh skin(float, Mesh const&, mat4 const&, std::vector<mat4>, std::vector<mat4>, SkinWeights const&);
+template Curve skin(float, Curve const&, mat4 const&, std::vector<mat4>, std::vector<mat4>, SkinWeights const&);
+template Surface skin(float, Surface const&, mat4 const&, std::vector<mat4>, std::vector<mat4>, SkinWeights const&);
+template Lattice skin(float, Lattice const&, mat4 const&, std::vector<mat4>, std::vector<mat4>, SkinWeights const&);
+
+Mesh skinMesh(float envelope, Mesh const& input, mat4 const& geomMatrix, std::vector<mat4> matrix,
+              std::vector<mat4> bindPreMatrix, SkinWeights const& weights) {
+    return skin<Mesh>(envelope, input, geomMatrix, std::move(matrix), std::move(bindPreMatrix), weights);
+}
+
+Curve skinCurve(float envelope, Curve const& input, mat4 const& geomMatrix, std::vector<mat4> matrix,
+                std::vector<mat4> bindPreMatrix, SkinWeights const& weights) {
+    return skin<Curve>(envelope, input, geomMatrix, std::move(matrix), std::move(bindPreMatrix), weights);
+}
+
+Surface skinSurface(float envelope, Surface const& input, mat4 const& geomMatrix, std::vector<mat4> matrix,
+                    std::vector<mat4> bindPreMatrix, SkinWeights const& weights) {
+    return skin<Surface>(envelope, input, geomMatrix, std::move(matrix), std::move(bindPreMatrix), weights);
+}
+
+Lattice skinLattice(float envelope, Lattice const& input, mat4 const& geomMatrix, std::vector<mat4> matrix,
+                    std::vector<mat4> bindPreMatrix, SkinWeights const& weights) {
+    return skin<Lattice>(envelope, input, geomMatrix, std::move(matrix), std::move(bindPreMatrix), weights);
+}
+
+} // namespace zent

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "zent/geometry/shapes.h"
+#include "zent/geometry/weights.h"
+
+#include <vector>
+
+namespace zent {
+
+/// Maya's skinCluster, classic linear: each point becomes the weighted sum of itself as every influence carries it. T
+/// is Mesh, Curve, Surface or Lattice; points go in and come out in object space.
+///
+/// `geomMatrix` is the shape's object-to-world matrix; `matrix` and `bindPreMatrix` hold, by influence index, its world
+/// matrix and its inverse bind matrix. Weights are used as they are: a point that no weight names ends at the origin.
+/// An envelope below 1e-5 gives a copy of the input. Throws std::runtime_error where a weight names a point or an
+/// influence that doesn't exist, or where an influence lacks its bind matrix.
+template <class T>
+T skin(float envelope, T const& input, mat4 const& geomMatrix, std::vector<mat4> matrix,
+       std::vector<mat4> bindPreMatrix, SkinWeights const& weights);
+extern template Mesh skin(float, Mesh const&, mat4 const&, std::vector<mat4>, std::vector<mat4>, SkinWeights const&);
+extern template Curve skin(float, Curve const&, mat4 const&, std::vector<mat4>, std::vector<mat4>, SkinWeights const&);
+extern template Surface skin(float, Surface const&, mat4 const&, std::vector<mat4>, std::vector<mat4>,
+                             SkinWeights const&);
+extern template Lattice skin(float, Lattice const&, mat4 const&, std::vector<mat4>, std::vector<mat4>,
+                             SkinWeights const&);
+
+Mesh skinMesh(float envelope, Mesh const& input, mat4 const& geomMatrix, std::vector<mat4> matrix,
+              std::vector<mat4> bindPreMatrix, SkinWeights const& weights);
+Curve skinCurve(float envelope, Curve const& input, mat4 const& geomMatrix, std::vector<mat4> matrix,
+                std::vector<mat4> bindPreMatrix, SkinWeights const& weights);
+Surface skinSurface(float envelope, Surface const& input, mat4 const& geomMatrix, std::vector<mat4> matrix,
+                    std::vector<mat4> bindPreMatrix, SkinWeights const& weights);
+Lattice skinLattice(float envelope, Lattice const& input, mat4 const& geomMatrix, std::vector<mat4> matrix,
+                    std::vector<mat4> bindPreMatrix, SkinWeights const& weights);
+
+} // namespace zent
