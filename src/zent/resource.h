@@ -29,7 +29,7 @@ inline constexpr std::size_t kMostMissingBytes = std::size_t{16} << 20;
 void LoadResource(Mesh& mesh, const std::vector<char>& bytes);
 void LoadResource(Curve& curve, const std::vector<char>& bytes);
 void LoadResource(Surface& surface, const std::vector<char>& bytes);
-/// The product of the counts is taken in 32 bits, and so may wrap; see requireConsistent.
+/// The product of the counts is taken in 32 bits, and so may wrap; see requireAddressable.
 void LoadResource(Lattice& lattice, const std::vector<char>& bytes);
 /// Of two equal keys the first one counts.
 void LoadResource(WeightMap& map, const std::vector<char>& bytes);

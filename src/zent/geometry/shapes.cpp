@@ -110,7 +110,9 @@ void requireConsistent(const Surface& shape, const char* name) {
                    (std::to_string(countU) + " by " + std::to_string(countV) + " of the knots").c_str());
 }
 
-void requireConsistent(const Lattice& shape, const char* name) {
+void requireConsistent(const Lattice&, const char*) {}
+
+void requireAddressable(const Lattice& shape, const char* name) {
     const std::uint64_t layer = std::uint64_t{shape.s} * shape.t;
     // A product beyond 64 bits is no number of points either.
     const bool overflows = shape.u != 0 && layer > UINT64_MAX / shape.u;

@@ -78,6 +78,9 @@ void requireConsistent(const Curve& shape, const char* name);
 void requireConsistent(const Surface& shape, const char* name);
 void requireConsistent(const Lattice& shape, const char* name);
 
+/// A lattice holds a point for each place that its three counts speak for. Otherwise throws std::runtime_error.
+void requireAddressable(const Lattice& lattice, const char* name);
+
 /// A point of the shape's object space in world space.
 template <class T>
 vec3 toWorld(const T& shape, vec3 point) {

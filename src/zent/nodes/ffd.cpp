@@ -110,18 +110,18 @@ constexpr std::array<WindowSum, kMaxWindow + 1> windowSums(std::index_sequence<W
 
 constexpr std::array<WindowSum, kMaxWindow + 1> kWindowSums = windowSums(std::make_index_sequence<kMaxWindow>());
 
+Direction latticeDirection(unsigned count, bool local, unsigned influence) {
+    return {count, local ? std::min(count, influence) : count};
+}
+
 /// The way of a point through the lattice, set up once for all points.
 class LatticeMap {
 public:
     LatticeMap(const Lattice& lattice, const mat4& toLattice, const mat4& fromLattice, bool local, unsigned influenceS,
                unsigned influenceT, unsigned influenceU)
         : lattice_(lattice), toLattice_(toLattice), fromLattice_(fromLattice),
-          s_(direction("S", lattice.s, local, influenceS)), t_(direction("T", lattice.t, local, influenceT)),
-          u_(direction("U", lattice.u, local, influenceU)), sum_(kWindowSums[s_.window]) {
-        if (s_.window != 0 && t_.window != 0 && u_.window != 0) {
-            requireConsistent(lattice, "lattice");
-        }
-    }
+          s_(latticeDirection(lattice.s, local, influenceS)), t_(latticeDirection(lattice.t, local, influenceT)),
+          u_(latticeDirection(lattice.u, local, influenceU)), sum_(kWindowSums[s_.window]) {}
 
     vec3 operator()(vec3 point) const {
         const vec3 coordinate = transformPoint(toLattice_, point) + 0.5f;
@@ -133,15 +133,6 @@ public:
     }
 
 private:
-    static Direction direction(const char* name, unsigned count, bool local, unsigned influence) {
-        const Direction result{count, local ? std::min(count, influence) : count};
-        if (result.window > kMaxWindow) {
-            fail(std::string("lattice window in ") + name + " is " + std::to_string(result.window) +
-                 ", the polynomials hold " + std::to_string(kMaxWindow));
-        }
-        return result;
-    }
-
     const Lattice& lattice_;
     mat4 toLattice_;
     mat4 fromLattice_;
@@ -157,6 +148,7 @@ T& deformSelected(T& geometry, const Lattice& lattice, const mat4& deformedLatti
     if (count == 0) {
         return geometry;
     }
+    requireLatticeWindows(lattice, local, influenceS, influenceT, influenceU);
     const LatticeMap deformed(lattice, glm::inverse(baseLatticeMatrix) * matrixOf(geometry),
                               inverseMatrixOf(geometry) * deformedLatticeMatrix, local, influenceS, influenceT,
                               influenceU);
@@ -206,6 +198,25 @@ Mesh& ffdPartialMesh(Mesh& geometry, std::vector<unsigned int> indices, Lattice 
                      unsigned int influenceT, unsigned int influenceU) {
     return ffdPartial(geometry, std::move(indices), lattice, deformedLatticeMatrix, baseLatticeMatrix, local,
                       influenceS, influenceT, influenceU);
+}
+
+void requireLatticeWindows(Lattice const& lattice, bool local, unsigned int influenceS, unsigned int influenceT,
+                           unsigned int influenceU) {
+    const Direction directions[] = {latticeDirection(lattice.s, local, influenceS),
+                                    latticeDirection(lattice.t, local, influenceT),
+                                    latticeDirection(lattice.u, local, influenceU)};
+    bool empty = false;
+    for (std::size_t i = 0; i < 3; ++i) {
+        const unsigned window = directions[i].window;
+        if (window > kMaxWindow) {
+            fail("lattice window[" + std::to_string(i) + "] is " + std::to_string(window) + ", the polynomials have " +
+                 std::to_string(kMaxWindow));
+        }
+        empty = empty || window == 0;
+    }
+    if (!empty) {
+        requireAddressable(lattice, "lattice");
+    }
 }
 
 unsigned int binomial(unsigned int n, unsigned int k) {

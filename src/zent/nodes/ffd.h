@@ -35,6 +35,10 @@ Mesh& ffdPartialMesh(Mesh& geometry, std::vector<unsigned int> indices, Lattice 
                      mat4 deformedLatticeMatrix, mat4 baseLatticeMatrix, bool local, unsigned int influenceS,
                      unsigned int influenceT, unsigned int influenceU);
 
+/// What `ffd` requires of a lattice and its windows, for a caller that wants to know before there is a point to move.
+void requireLatticeWindows(Lattice const& lattice, bool local, unsigned int influenceS, unsigned int influenceT,
+                           unsigned int influenceU);
+
 /// The binomial coefficient, 0 for k above n. Throws std::runtime_error for n or k above 10.
 unsigned int binomial(unsigned int n, unsigned int k);
 

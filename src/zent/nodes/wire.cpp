@@ -65,9 +65,7 @@ T& wire(T& geometry, float rotation, Curve const& baseWire, Curve const& deforme
     }
     requireConsistent(geometry, "geometry");
     requireAtLeast("geometry points", pointsOf(geometry).size(), bindings.size(), "bindings");
-    requireEvaluable(baseWire, "base wire");
-    requireEvaluable(deformedWire, "deformed wire");
-    requireAtLeast("locator twists", locatorTwists.size(), locatorParameters.size(), "locator parameters");
+    requireWires(baseWire, deformedWire, locatorParameters, locatorTwists);
 
     for (unsigned i = 0; i < bindings.size(); ++i) {
         const auto& [unused, u, frame] = bindings[i];
@@ -97,6 +95,13 @@ Curve& wireCurve(Curve& geometry, float rotation, Curve const& baseWire, Curve c
                  svec<float, 8> locatorParameters, svec<float, 8> locatorTwists, WireBindings const& bindings) {
     return wire(geometry, rotation, baseWire, deformedWire, std::move(locatorParameters), std::move(locatorTwists),
                 bindings);
+}
+
+void requireWires(Curve const& baseWire, Curve const& deformedWire, svec<float, 8> const& locatorParameters,
+                  svec<float, 8> const& locatorTwists) {
+    requireEvaluable(baseWire, "base wire");
+    requireEvaluable(deformedWire, "deformed wire");
+    requireAtLeast("locator twists", locatorTwists.size(), locatorParameters.size(), "locator parameters");
 }
 
 } // namespace zent

@@ -25,4 +25,8 @@ Mesh& wireMesh(Mesh& geometry, float rotation, Curve const& baseWire, Curve cons
 Curve& wireCurve(Curve& geometry, float rotation, Curve const& baseWire, Curve const& deformedWire,
                  svec<float, 8> locatorParameters, svec<float, 8> locatorTwists, WireBindings const& bindings);
 
+/// What `wire` requires of its wires and locators, for a caller that wants to know before there is a point to move.
+void requireWires(Curve const& baseWire, Curve const& deformedWire, svec<float, 8> const& locatorParameters,
+                  svec<float, 8> const& locatorTwists);
+
 } // namespace zent

@@ -1,0 +1,111 @@
+#include "zent/proxies/BlendShape.h"
+
+#include "zent/Binding.h"
+#include "zent/math/require.h"
+#include "zent/nodes/blendShape.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace zent {
+namespace {
+
+/// The items of a port by their first two logical indices; a later one replaces an earlier one.
+template <class Item>
+std::map<ItemIndex, Item> readItems(const Port& port) {
+    std::map<ItemIndex, Item> items;
+    for (const Element& element : port.elements()) {
+        items[element.indexPair()] = element.get<Item>();
+    }
+    return items;
+}
+
+std::map<unsigned int, WeightMap> readWeightMaps(const Port& port) {
+    std::map<unsigned int, WeightMap> maps;
+    for (const Element& element : port.elements()) {
+        maps[element.index(0)] = element.get<WeightMap>();
+    }
+    return maps;
+}
+
+template <class Item>
+std::map<ItemIndex, std::reference_wrapper<const Item>> referTo(const std::map<ItemIndex, Item>& items) {
+    std::map<ItemIndex, std::reference_wrapper<const Item>> references;
+    for (const auto& [index, item] : items) {
+        references.emplace_hint(references.end(), index, item);
+    }
+    return references;
+}
+
+std::string itemName(const char* list, const ItemIndex& index) {
+    return fmt::format("{}[{}][{}]", list, index.first, index.second);
+}
+
+} // namespace
+
+template <class T>
+void ProxyBlendShape<T>::init(const Arguments& args, const std::vector<Port>& ports) {
+    ProxyDeformer<T>::init(args, ports);
+    envelope = read<float>(args.get(0));
+    this->readInput(args.get(1));
+    weights = args.get(2).getFloatMap();
+    const auto shapes = readItems<T>(args.get(3));
+    const auto deltas = readItems<DeltaList>(args.get(4));
+    split_attributes(shapes, deltas, readWeightMaps(args.get(5)));
+}
+
+template <class T>
+void ProxyBlendShape<T>::split_attributes(const std::map<ItemIndex, T>& shapes,
+                                          const std::map<ItemIndex, DeltaList>& deltas,
+                                          const std::map<unsigned int, WeightMap>& weightMaps) {
+    // A periodic curve's overlap has its records here, unlike in the other deformers: deliberate.
+    attributes.assign(std::is_same_v<T, Curve> ? pointsOf(this->input).size() : pointCount(this->input), {});
+    for (const auto& [index, shape] : shapes) {
+        requireConsistent(shape, itemName("shapes", index).c_str());
+        const unsigned int count = std::min(pointCount(shape), pointCount(this->input));
+        for (unsigned int i = 0; i < count; ++i) {
+            attributes[i].shapes.emplace_hint(attributes[i].shapes.end(), index,
+                                              onePointShape<T>(pointsOf(shape)[i], mat4(1.0f)));
+        }
+    }
+    for (const auto& [index, list] : deltas) {
+        const std::string name = itemName("deltas", index);
+        for (std::size_t k = 0; k < list.size(); ++k) {
+            const auto& [vertex, delta] = list[k];
+            requireIndex(name.c_str(), k, vertex, attributes.size(), "inputGeometry");
+            // Of a point that stands twice the last delta counts, where the whole-shape function applies both.
+            attributes[vertex].deltas[index] = {{0u, delta}};
+        }
+    }
+    for (const auto& [target, factors] : weightMaps) {
+        const std::string name = fmt::format("weight map[{}]", target);
+        std::size_t position = 0;
+        for (const auto& [vertex, factor] : factors) {
+            requireIndex(name.c_str(), position++, vertex, attributes.size(), "inputGeometry");
+            attributes[vertex].weightMaps[target] = {{0u, factor}};
+        }
+    }
+}
+
+template <class T>
+void ProxyBlendShape<T>::deform(T& point, unsigned int index) const {
+    const VtxAttribute& attribute = attributes.at(index);
+    point = blendShape<T>(envelope, point, weights, referTo(attribute.shapes), referTo(attribute.deltas),
+                          attribute.weightMaps);
+}
+
+template <class T>
+json ProxyBlendShape<T>::closure(const Arguments& args, const std::vector<Port>& ports) const {
+    json report = this->deformerClosure("blendShape", envelope, args, ports);
+    static_cast<void>(attributes.at(this->cursor)); // a point without a record has no closure either
+    report["inputs"].push_back(typedValue("weight", "FloatMap", json(weights)));
+    return report;
+}
+
+template class ProxyBlendShape<Mesh>;
+template class ProxyBlendShape<Curve>;
+template class ProxyBlendShape<Surface>;
+
+} // namespace zent

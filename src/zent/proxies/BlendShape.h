@@ -1,0 +1,39 @@
+#pragma once
+
+#include "zent/geometry/weights.h"
+#include "zent/ProxyDeformer.h"
+
+#include <map>
+
+namespace zent {
+
+/// The adapter of `blendShape<T>`; T is Mesh, Curve or Surface.
+template <class T>
+class ProxyBlendShape : public ProxyDeformer<T> {
+public:
+    json closure(const Arguments& args, const std::vector<Port>& ports) const override;
+    std::string name() const override { return std::string("blendShape") + shapeName<T>(); }
+    void init(const Arguments& args, const std::vector<Port>& ports) override;
+    void deform(T& point, unsigned int index) const override;
+
+private:
+    /// What one point needs; each list names it as point 0.
+    struct VtxAttribute {
+        std::map<ItemIndex, T> shapes;
+        std::map<ItemIndex, DeltaList> deltas;
+        std::map<unsigned int, WeightMap> weightMaps;
+    };
+
+    void split_attributes(const std::map<ItemIndex, T>& shapes, const std::map<ItemIndex, DeltaList>& deltas,
+                          const std::map<unsigned int, WeightMap>& weightMaps);
+
+    float envelope = 0.0f;
+    WeightMap weights;
+    std::vector<VtxAttribute> attributes;
+};
+
+extern template class ProxyBlendShape<Mesh>;
+extern template class ProxyBlendShape<Curve>;
+extern template class ProxyBlendShape<Surface>;
+
+} // namespace zent

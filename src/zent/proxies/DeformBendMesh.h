@@ -1,0 +1,22 @@
+#pragma once
+
+#include "zent/ProxyDeformer.h"
+
+namespace zent {
+
+/// The adapter of `deformBendMesh`.
+class ProxyDeformBendMesh : public ProxyDeformer<Mesh> {
+public:
+    std::string name() const override { return "deformBendMesh"; }
+    void init(const Arguments& args, const std::vector<Port>& ports) override;
+    void deform(Mesh& point, unsigned int index) const override;
+
+private:
+    float envelope = 0.0f;
+    mat4 handle{1.0f};
+    float curvature = 0.0f;
+    float lowBound = 0.0f;
+    float highBound = 0.0f;
+};
+
+} // namespace zent
