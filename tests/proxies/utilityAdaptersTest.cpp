@@ -26,7 +26,8 @@ TEST_P(Adapters, BindTheirNode) {
     EXPECT_TRUE(compare(json::array({{{"value", value}, {"type", type}}}), zent, 2e-6f)) << zent;
     EXPECT_FALSE(zent.at(0).contains("name"));
 
-    const json maya = proxy.mayaResult(portsOf(json::array({json::array({value})})));
+    const bool isList = row.type[std::string(row.type).size() - 1] == ']';
+    const json maya = proxy.mayaResult(portsOf(json::array({isList ? value : json::array({value})})));
     EXPECT_TRUE(compare(maya, zent, 2e-6f)) << maya;
     EXPECT_EQ(maya.at(0).at("name"), row.plug);
     EXPECT_FALSE(proxy.isDeformer());
@@ -73,6 +74,30 @@ INSTANTIATE_TEST_SUITE_P(
             "[0.5,0,0,0, 0,1,0,0, 0,0,1,0, 0,0,0,1]"},
         Row{"multMatrix", "[[[1,0,0,0, 0,1,0,0, 0,0,1,0, 1,1,1,1], [2,0,0,0, 0,3,0,0, 0,0,4,0, 0,0,0,1]]]", "matrixSum",
             "Mat4", "[2,0,0,0, 0,3,0,0, 0,0,4,0, 2,3,4,1]"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Animation, Adapters,
+    testing::Values(
+        // The slopes of t^3 between 1 and 3, the line beyond, and handles of a third whose step types stand on idle
+        // sides.
+        Row{"animCurve", "[[1.5], [1, 3], [1, 27], [1, 1], [5, 27], [1, 1], [1, 2], [3, 8], [1, 1], [0], [1], [false]]",
+            "output", "Float", "3.375"},
+        Row{"animCurve", "[[5], [1, 3], [1, 27], [1, 1], [5, 27], [1, 1], [1, 2], [3, 8], [1, 1], [0], [1], [false]]",
+            "output", "Float", "35"},
+        Row{"animCurve", "[[2], [1, 3], [-9, 17], [1, 1], [5, 27], [17, 1], [1, 2], [3, 8], [1, 5], [1], [0], [true]]",
+            "output", "Float", "1"},
+        Row{"remapValue", "[[3], [2], [6], [10], [20], [0, 0.5, 1], [0, 1, 0.5], [1, 1, 1]]", "outValue", "Float",
+            "15"},
+        Row{"combinationShape", "[[0.5, 0.25, 4], [1]]", "outputWeight", "Float", "0.25"},
+        Row{"weightDriverPoses",
+            R"([[7.5], [8.5], [3, 4], [{"indices": [0, 0], "value": 9}, {"indices": [0, 1], "value": 4},
+                {"indices": [0, 0], "value": 3}], [{"indices": [0, 0, 5], "value": 2}]])",
+            "output", "Float[]", "[2]"},
+        // The driver turns about x and the reader about z, as the pose does; twist is ignored.
+        Row{"weightDriverDrivers",
+            R"([[7], [8], [0], [false], [[1,0,0,0, 0,0,1,0, 0,-1,0,0, 0,0,0,1]], [[0,1,0,0, -1,0,0,0, 0,0,1,0, 0,0,0,1]],
+                [[0,1,0,0, -1,0,0,0, 0,0,1,0, 0,0,0,1]], [[1,0,0,0, 0,1,0,0, 0,0,1,0, 0,0,0,1]], [1], [[0,0,0]]])",
+            "output", "Float[]", "[1]"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Transform, Adapters,
@@ -151,6 +176,7 @@ TEST(AdapterClosures, BadArgumentsAreNamed) {
         }
     };
     EXPECT_EQ(error("clamp", "[[1], [2]]"), "not single");
+    EXPECT_EQ(error("weightDriverPoses", "[[1], [], [1], [], []]"), "not single"); // read, though dropped
     EXPECT_EQ(error("blendTwoAttr", "[[], [0.5]]"), "input has 0 entries, blendTwoAttr needs 1");
     EXPECT_EQ(error("plusMinusAverage3D", "[[], [2]]"), "in has 0 entries, plusMinusAverage3D needs 1");
     EXPECT_NE(error("blendTwoAttr", "[[1, 2, 3], [0.5]]").find("3"), std::string::npos);
