@@ -14,7 +14,7 @@ Display& currentDisplay() {
 
 void show(const std::function<void(const std::string&)>& operation, const MString& text) {
     if (operation) {
-        operation(text.asChar());
+        operation({text.asChar(), text.length()});
     }
 }
 

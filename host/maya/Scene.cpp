@@ -1,1 +1,213 @@
-// The scene in memory behind the stand-in's API.
+#include "Scene.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <unordered_map>
+#include <utility>
+
+namespace scene {
+
+namespace {
+
+[[noreturn]] void fail(const std::string& text) {
+    throw std::runtime_error(text);
+}
+
+bool isName(std::string_view name) {
+    return !name.empty() && name.find_first_of("|.[] \t\n") == std::string_view::npos;
+}
+
+bool isNumeric(MFn::Type type) {
+    return type >= MFn::kData2Double && type <= MFn::kData3Float;
+}
+
+int numberCount(MFn::Type type) {
+    return type == MFn::kData2Double || type == MFn::kData2Float ? 2 : 3;
+}
+
+/// The data of an attribute that was never set; geometry has none.
+std::shared_ptr<const Object> defaultData(MFn::Type type) {
+    std::shared_ptr<Object> data;
+    if (type == MFn::kMatrixData) {
+        data = std::make_shared<MatrixData>();
+    } else if (type == MFn::kStringData) {
+        data = std::make_shared<StringData>();
+    } else if (isNumeric(type)) {
+        data = std::make_shared<NumericData>();
+    } else {
+        return nullptr;
+    }
+    data->type = type;
+    return data;
+}
+
+/// Whether one plug's value can stand for another's.
+bool areAlike(const Slot& a, const Slot& b) {
+    if (a.kind != b.kind) {
+        return false;
+    }
+    if (a.kind == Slot::Kind::compound) {
+        return std::equal(a.children.begin(), a.children.end(), b.children.begin(), b.children.end(),
+                          [](const Slot* x, const Slot* y) { return areAlike(*x, *y); });
+    }
+    if (isNumeric(a.dataType) && isNumeric(b.dataType)) {
+        return numberCount(a.dataType) == numberCount(b.dataType);
+    }
+    return a.dataType == b.dataType;
+}
+
+} // namespace
+
+Scene& Scene::current() {
+    static Scene scene;
+    return scene;
+}
+
+Node& Scene::nodeAt(const std::string& path) {
+    if (const auto found = nodesByPath_.find(path); found != nodesByPath_.end()) {
+        return *found->second;
+    }
+    const std::size_t bar = path.rfind('|');
+    const bool isDag = bar != std::string::npos;
+    Node node;
+    node.name = isDag ? path.substr(bar + 1) : path;
+    if (!isName(node.name) || (isDag && path.front() != '|')) {
+        fail("\"" + path + "\" is neither a node's name nor a full path");
+    }
+    node.type = isDag ? MFn::kDagNode : MFn::kDependencyNode;
+    node.isImplied = true;
+    node.parent = isDag && bar > 0 ? &nodeAt(path.substr(0, bar)) : nullptr;
+    Node& added = nodes_.emplace_back(std::move(node));
+    if (added.parent != nullptr) {
+        added.parent->children.push_back(&added);
+    }
+    nodesByPath_.emplace(path, &added);
+    names_.add(added);
+    return added;
+}
+
+Node& Scene::addNode(const std::string& path) {
+    Node& node = nodeAt(path);
+    if (!node.isImplied) {
+        fail("there are two nodes " + path);
+    }
+    node.isImplied = false;
+    return node;
+}
+
+Slot& Scene::newSlot(Node& node, Slot* parent, std::string name) {
+    Slot& slot = slots_.emplace_back();
+    slot.type = MFn::kNumericAttribute;
+    slot.node = &node;
+    slot.parent = parent;
+    slot.name = std::move(name);
+    return slot;
+}
+
+Slot& Scene::addAttribute(Node& node, std::string name) {
+    Slot& slot = newSlot(node, nullptr, std::move(name));
+    node.attributes.push_back(&slot);
+    return slot;
+}
+
+Slot& Scene::addChild(Slot& compound, std::string name) {
+    Slot& slot = newSlot(*compound.node, &compound, std::move(name));
+    compound.children.push_back(&slot);
+    return slot;
+}
+
+Slot& Scene::newElement(Slot& multi, unsigned int index) {
+    Slot& slot = newSlot(*multi.node, &multi, multi.name);
+    slot.isElement = true;
+    slot.logicalIndex = index;
+    return slot;
+}
+
+Slot& Scene::addElement(Slot& multi, unsigned int index) {
+    std::vector<Slot*>& elements = multi.children;
+    auto place = elements.end();
+    if (!elements.empty() && elements.back()->logicalIndex >= index) {
+        place = std::lower_bound(elements.begin(), elements.end(), index,
+                                 [](const Slot* element, unsigned int i) { return element->logicalIndex < i; });
+        if ((*place)->logicalIndex == index) {
+            fail("there are two elements " + std::to_string(index));
+        }
+    }
+    return **elements.insert(place, &newElement(multi, index));
+}
+
+Slot& Scene::addPrototype(Slot& multi) {
+    multi.prototype = &newElement(multi, 0);
+    return *multi.prototype;
+}
+
+void Scene::copyShape(const Slot& from, Slot& to) {
+    to.type = from.type;
+    to.kind = from.kind;
+    to.unit = from.unit;
+    to.dataType = from.dataType;
+    to.data = defaultData(from.dataType);
+    if (from.kind == Slot::Kind::multi) {
+        to.prototype = from.children.empty() ? from.prototype : from.children.front();
+    } else {
+        for (const Slot* child : from.children) {
+            copyShape(*child, addChild(to, child->name));
+        }
+    }
+}
+
+Slot& Scene::element(Slot& multi, unsigned int index) {
+    if (Slot* existing = existingElement(multi, index)) {
+        return *existing;
+    }
+    const Slot* model = multi.children.empty() ? multi.prototype : multi.children.front();
+    Slot& added = addElement(multi, index);
+    if (model != nullptr) {
+        copyShape(*model, added);
+    }
+    return added;
+}
+
+void Scene::connect(Slot& source, Slot& destination) {
+    if (destination.source != nullptr) {
+        fail("plug " + fullName(destination) + " has two sources: " + fullName(*destination.source) + " and " +
+             fullName(source));
+    }
+    if (!areAlike(source, destination)) {
+        fail("plug " + fullName(source) + " cannot feed " + fullName(destination) + ": they are of different kinds");
+    }
+    destination.source = &source;
+    destinations_.push_back(&destination);
+}
+
+const Slot* Scene::cycle() const {
+    // Each plug leads to one other at most: a walk either ends, or meets a plug that an earlier walk has passed, or
+    // meets its own trail.
+    std::unordered_map<const Slot*, std::size_t> walkOf;
+    for (std::size_t walk = 0; walk < destinations_.size(); ++walk) {
+        for (const Slot* slot = destinations_[walk]; slot != nullptr; slot = nextSource(*slot)) {
+            const auto [passed, isNew] = walkOf.emplace(slot, walk);
+            if (!isNew) {
+                if (passed->second == walk) {
+                    return slot;
+                }
+                break;
+            }
+        }
+    }
+    return nullptr;
+}
+
+void Scene::clear() {
+    names_.clear();
+    nodesByPath_.clear();
+    destinations_.clear();
+    slots_.clear();
+    nodes_.clear();
+}
+
+std::string fullName(const Slot& slot) {
+    return slot.node->path() + "." + plugName(slot, {false, true, true});
+}
+
+} // namespace scene

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zent/geometry/shapes.h"
 #include "zent/math/types.h"
 
 #include <maya/MDagPath.h>
@@ -18,8 +19,9 @@ namespace zent {
 /// The namespace that plug look-ups are prefixed with, from the command's flag; empty for none.
 extern std::string namescope;
 
-/// The plug of a name such as "node.attribute[3].child", with `namescope` put before each level of its DAG path. Throws
-/// std::runtime_error "Cannot find plug \"NAME\"", and shows the same as a Maya error.
+/// The plug of a name such as "node.attribute[3].child", with `namescope` put before each level of its DAG path. A child
+/// that the plug does not have yields the plug itself. Throws std::runtime_error "Cannot find plug \"NAME\"", and shows
+/// the same as a Maya error.
 MPlug selectPlug(std::string name);
 
 /// The plug of a name, or its source where the plug's own data is null and a connection feeds it. Throws
@@ -42,6 +44,14 @@ mat4 mat4_value(const MPlug& plug);
 /// Lattice.
 template <class T>
 T shape_value(const MPlug& plug);
+template <>
+Mesh shape_value<Mesh>(const MPlug& plug);
+template <>
+Curve shape_value<Curve>(const MPlug& plug);
+template <>
+Surface shape_value<Surface>(const MPlug& plug);
+template <>
+Lattice shape_value<Lattice>(const MPlug& plug);
 
 namespace maya {
 std::vector<float> std(const MDoubleArray& values);

@@ -9,7 +9,6 @@ public:
     explicit MFnDependencyNode(const MObject& node, MStatus* status = nullptr);
 
     MString name(MStatus* status = nullptr) const;
-    MString typeName(MStatus* status = nullptr) const;
     /// The plug of an attribute by its long or short name or its alias; a null plug for none.
     MPlug findPlug(const MString& attribute, bool wantNetworkedPlug, MStatus* status = nullptr) const;
 };

@@ -15,7 +15,7 @@ class OPENMAYA_EXPORT MPlug {
 public:
     MPlug() = default;
     /// The stand-in's own.
-    explicit MPlug(const scene::Slot* slot) : slot_(slot) {}
+    explicit MPlug(scene::Slot* slot) : slot_(slot) {}
 
     bool isNull() const { return slot_ == nullptr; }
     bool isArray() const;
@@ -56,5 +56,5 @@ public:
     MDataHandle asMDataHandle(MStatus* status = nullptr) const;
 
 private:
-    const scene::Slot* slot_ = nullptr;
+    scene::Slot* slot_ = nullptr;
 };

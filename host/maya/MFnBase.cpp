@@ -1,0 +1,8 @@
+#include <maya/MFnBase.h>
+
+#include "setStatus.h"
+
+MObject MFnBase::object(MStatus* status) const {
+    setStatus(status, !object_.isNull());
+    return object_;
+}

@@ -1,0 +1,9 @@
+#include <maya/MObject.h>
+
+#include "Data.h"
+
+MObject MObject::kNullObj;
+
+MFn::Type MObject::apiType() const {
+    return object_ == nullptr ? MFn::kInvalid : object_->type;
+}

@@ -1,0 +1,84 @@
+#include "Slot.h"
+
+#include <algorithm>
+
+namespace scene {
+
+namespace {
+
+/// The plug below `root` at the place that `slot` has below `top`; null if there is none.
+const Slot* counterpart(const Slot& slot, const Slot& top, const Slot& root) {
+    if (&slot == &top) {
+        return &root;
+    }
+    const Slot* parent = counterpart(*slot.parent, top, root);
+    if (parent == nullptr || parent->kind != slot.parent->kind) {
+        return nullptr;
+    }
+    if (slot.isElement) {
+        return existingElement(*parent, slot.logicalIndex);
+    }
+    const std::vector<Slot*>& siblings = slot.parent->children;
+    const auto position =
+        static_cast<std::size_t>(std::find(siblings.begin(), siblings.end(), &slot) - siblings.begin());
+    return position < parent->children.size() ? parent->children[position] : nullptr;
+}
+
+const std::string& nameIn(const Slot& slot, NameStyle style) {
+    if (slot.otherNames != nullptr) {
+        if (style.alias && !slot.otherNames->alias.empty()) {
+            return slot.otherNames->alias;
+        }
+        if (!style.longNames && !slot.otherNames->shortName.empty()) {
+            return slot.otherNames->shortName;
+        }
+    }
+    return slot.name;
+}
+
+} // namespace
+
+Slot* existingElement(const Slot& multi, unsigned int index) {
+    const auto found = std::lower_bound(multi.children.begin(), multi.children.end(), index,
+                                        [](const Slot* element, unsigned int i) { return element->logicalIndex < i; });
+    return found != multi.children.end() && (*found)->logicalIndex == index ? *found : nullptr;
+}
+
+const Slot* nextSource(const Slot& slot) {
+    for (const Slot* top = &slot; top != nullptr; top = top->parent) {
+        if (top->source != nullptr) {
+            return counterpart(slot, *top, *top->source);
+        }
+    }
+    return nullptr;
+}
+
+const Slot& evaluated(const Slot& slot) {
+    const Slot* current = &slot;
+    while (const Slot* next = nextSource(*current)) {
+        current = next;
+    }
+    return *current;
+}
+
+std::string plugName(const Slot& slot, NameStyle style) {
+    std::string path;
+    std::size_t needed = 0; // the length of the path from its outermost element on
+    const Slot* level = &slot;
+    while (level != nullptr) {
+        std::string indices;
+        while (level->isElement) {
+            indices.insert(0, "[" + std::to_string(level->logicalIndex) + "]");
+            level = level->parent;
+        }
+        path.insert(0, (path.empty() ? "" : "."));
+        path.insert(0, nameIn(*level, style) + indices);
+        if (!indices.empty() || needed == 0) {
+            needed = path.size();
+        }
+        level = level->parent;
+    }
+    return style.fullPath ? path : path.substr(path.size() - needed);
+}
+
+} // namespace scene

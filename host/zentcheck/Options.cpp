@@ -1,0 +1,114 @@
+#include "zentcheck/Options.h"
+
+#include <CLI/CLI.hpp>
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <utility>
+
+namespace host {
+
+namespace {
+
+template <class T>
+bool isNumber(const std::string& text) {
+    T number{};
+    const char* end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    return error == std::errc() && stop == end;
+}
+
+std::string checkBool(std::string& text) {
+    return text == "true" || text == "false" ? "" : "should be true or false, not \"" + text + "\"";
+}
+
+std::string checkLevel(std::string& text) {
+    return isNumber<unsigned int>(text) ? "" : "should be a whole number from 0 on, not \"" + text + "\"";
+}
+
+std::string checkNumber(std::string& text) {
+    return isNumber<double>(text) ? "" : "should be a number, not \"" + text + "\"";
+}
+
+std::string checkText(std::string&) {
+    return "";
+}
+
+/// A flag of the command, which is passed on only if the command line has it.
+struct CommandFlag {
+    const char* option;
+    const char* flag;
+    const char* valueName;
+    std::string (*check)(std::string&);
+    const char* help;
+};
+
+constexpr std::array<CommandFlag, 7> kCommandFlags{{
+    {"--namespace", "-namespace", "NS", checkText, "Put this namespace before every node's name"},
+    {"--output-directory", "-outputDirectory", "DIR", checkText, "Write the log into DIR/ZentCheckLog.txt"},
+    {"--verbose", "-verbose", "N", checkLevel, "1: tell each record's start and end; 2: also its inputs [0]"},
+    {"--ignore-deformer", "-ignoreDeformer", "BOOL", checkBool, "Leave out the deformers' records [true]"},
+    {"--stop-on-first-error", "-stopOnFirstError", "BOOL", checkBool, "End at the first mismatch [true]"},
+    {"--skip", "-skip", "\"a;b\"", checkText, "Leave out the records of these methods"},
+    {"--epsilon", "-epsilon", "X", checkNumber, "Two numbers match if they differ by less than X [0.001]"},
+}};
+
+/// A file whose name begins with "-" is no flag.
+std::string asArgument(const std::string& path) {
+    return !path.empty() && path.front() == '-' ? "./" + path : path;
+}
+
+} // namespace
+
+std::vector<std::string> Options::commandWords() const {
+    std::vector<std::string> words{asArgument(manifest)};
+    if (!resource.empty()) {
+        words.push_back(asArgument(resource));
+    }
+    words.insert(words.end(), flags.begin(), flags.end());
+    return words;
+}
+
+Options parseOptions(int argc, char** argv) {
+    CLI::App app("Holds node functions against the results that a manifest records.", "zentcheck");
+    app.set_version_flag("--version", std::string("zentcheck ") + ZENT_VERSION, "Print the version and exit");
+    app.get_formatter()->column_width(34);
+    app.footer("Status: 0 all records that ran matched, 1 some record mismatched, 2 the run failed.");
+
+    Options options;
+    app.add_option("MANIFEST", options.manifest, "The records to check, a JSON file")->type_name("");
+    app.add_option("RESOURCE", options.resource, "The file of large values that the manifest refers to")
+        ->type_name("");
+    std::array<std::string, kCommandFlags.size()> values;
+    std::array<CLI::Option*, kCommandFlags.size()> given{};
+    for (std::size_t i = 0; i < kCommandFlags.size(); ++i) {
+        const CommandFlag& flag = kCommandFlags[i];
+        given[i] = app.add_option(flag.option, values[i], flag.help)
+                       ->check(CLI::Validator(flag.check, ""))
+                       ->type_name(flag.valueName);
+    }
+    app.add_option("--scene", options.scene, "The scene that plug names refer to, a JSON file")->type_name("FILE");
+    app.add_option("--plugin", options.plugin, "The plug-in [../lib/ZentMayaNodes.so beside this program]")
+        ->type_name("FILE");
+    try {
+        app.parse(argc, argv);
+        if (options.manifest.empty()) {
+            throw CLI::RequiredError("MANIFEST");
+        }
+    } catch (const CLI::CallForHelp&) {
+        throw UsageExit{0, app.help(), ""};
+    } catch (const CLI::CallForVersion& version) {
+        throw UsageExit{0, std::string(version.what()) + "\n", ""};
+    } catch (const CLI::ParseError& error) {
+        throw UsageExit{2, "", "zentcheck: " + std::string(error.what()) + "\n" + app.help()};
+    }
+    for (std::size_t i = 0; i < kCommandFlags.size(); ++i) {
+        if (given[i]->count() > 0) {
+            options.flags.insert(options.flags.end(), {kCommandFlags[i].flag, values[i]});
+        }
+    }
+    return options;
+}
+
+} // namespace host

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace host {
+
+/// What the command line asks for.
+struct Options {
+    std::string manifest;
+    std::string resource;
+    std::string scene;
+    std::string plugin;
+    std::vector<std::string> flags; ///< the command's, as it takes them: "-verbose", "2", ...
+    std::string listResources;      ///< a resource file to tell about, instead of a run
+    std::string disassemble;        ///< a resource file to show a block of, instead of a run
+    unsigned int block = 0;
+
+    /// The words of the command's call.
+    std::vector<std::string> commandWords() const;
+};
+
+/// A command line that asks for nothing but a text: help, the version, or the usage after a mistake.
+struct UsageExit {
+    int status;
+    std::string out;
+    std::string err;
+};
+
+/// Throws UsageExit where there is nothing to run.
+Options parseOptions(int argc, char** argv);
+
+} // namespace host

@@ -1,0 +1,68 @@
+// zentcheck: does from a terminal what Maya does with the plug-in. It opens a scene, loads the plug-in, runs its command,
+// shows what the command has to say, and takes the plug-in down.
+#include "maya/Commands.h"
+#include "maya/Display.h"
+#include "maya/Scene.h"
+#include "scene/sceneFile.h"
+#include "zentcheck/Options.h"
+#include "zentcheck/Plugin.h"
+#include "zentcheck/Terminal.h"
+
+#include <cstdio>
+#include <exception>
+#include <stdexcept>
+#include <variant>
+
+namespace {
+
+enum Status { kMatched = 0, kMismatched = 1, kFailed = 2 };
+
+Status runCheck(const host::Options& options) {
+    if (!options.scene.empty()) {
+        scene::readSceneFile(options.scene, options.resource, scene::Scene::current());
+    }
+    const host::Plugin plugin(options.plugin.empty() ? host::Plugin::defaultPath() : options.plugin);
+    const host::CommandOutcome outcome = host::runCommand("ZentCheck", options.commandWords());
+    if (!outcome.problem.empty()) {
+        throw std::runtime_error(outcome.problem);
+    }
+    const bool* matched = std::get_if<bool>(&outcome.result);
+    if (outcome.status.error() || matched == nullptr) {
+        return kFailed;
+    }
+    return *matched ? kMatched : kMismatched;
+}
+
+Status run(const host::Options& options) {
+    host::Terminal terminal;
+    host::setDisplay({[&terminal](const std::string& line) { terminal.info(line); },
+                      [&terminal](const std::string& text) { terminal.warning(text); },
+                      [&terminal](const std::string& text) { terminal.error(text); }});
+    Status status = kFailed;
+    try {
+        status = runCheck(options);
+    } catch (const std::exception& error) {
+        terminal.error(error.what());
+    }
+    host::setDisplay({});
+    if (!terminal.flush()) {
+        terminal.error("cannot write to standard output");
+        status = kFailed;
+    }
+    terminal.summary(status == kMatched      ? "all records that ran matched"
+                     : status == kMismatched ? "mismatch"
+                                             : "the run failed");
+    return status;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run(host::parseOptions(argc, argv));
+    } catch (const host::UsageExit& usage) {
+        std::fputs(usage.out.c_str(), stdout);
+        std::fputs(usage.err.c_str(), stderr);
+        return usage.status;
+    }
+}
