@@ -34,9 +34,8 @@ const Lists& MeshData::vertexFaces() const {
     }
     vertexFaces_.ends.assign(next.begin() + 1, next.end());
     vertexFaces_.values.resize(next.back());
-    eachCorner([&](std::size_t vertex, std::size_t face) {
-        vertexFaces_.values[next[vertex]++] = static_cast<int>(face);
-    });
+    eachCorner(
+        [&](std::size_t vertex, std::size_t face) { vertexFaces_.values[next[vertex]++] = static_cast<int>(face); });
     return vertexFaces_;
 }
 

@@ -32,8 +32,8 @@ MStatus MFnLattice::getDivisions(unsigned int& s, unsigned int& t, unsigned int&
 MPoint& MFnLattice::point(unsigned int s, unsigned int t, unsigned int u, MStatus* status) {
     static MPoint none;
     const auto* lattice = scene::as<LatticeData>(object_);
-    const bool exists = lattice != nullptr && s < lattice->divisions[0] && t < lattice->divisions[1] &&
-                        u < lattice->divisions[2];
+    const bool exists =
+        lattice != nullptr && s < lattice->divisions[0] && t < lattice->divisions[1] && u < lattice->divisions[2];
     if (!setStatus(status, exists)) {
         return none = MPoint();
     }

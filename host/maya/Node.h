@@ -2,6 +2,8 @@
 
 #include "Slot.h"
 
+#include <maya/MTypes.h>
+
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -10,7 +12,7 @@
 namespace scene {
 
 /// A node of the scene; one in the DAG has a parent, or stands at the root.
-struct Node : Object {
+struct OPENMAYA_EXPORT Node : Object {
     std::string name; ///< with its namespaces, without its path
     Node* parent = nullptr;
     std::vector<Node*> children;

@@ -95,6 +95,10 @@ Node& Scene::addNode(const std::string& path) {
     return node;
 }
 
+Node* Scene::findNode(std::string_view name) const {
+    return names_.find(name);
+}
+
 Slot& Scene::newSlot(Node& node, Slot* parent, std::string name) {
     Slot& slot = slots_.emplace_back();
     slot.type = MFn::kNumericAttribute;

@@ -17,8 +17,9 @@ class OPENMAYA_EXPORT Scene {
 public:
     static Scene& current();
 
-    /// A node outside the DAG for a bare name, or one in the DAG for a full path such as "|group|arm", whose upper levels
-    /// are made where they are missing. Throws std::runtime_error for what is no name, and for a node that was added.
+    /// A node outside the DAG for a bare name, or one in the DAG for a full path such as "|group|arm", whose upper
+    /// levels are made where they are missing. Throws std::runtime_error for what is no name, and for a node that was
+    /// added.
     Node& addNode(const std::string& path);
     /// An attribute of a node, at the end.
     Slot& addAttribute(Node& node, std::string name);
@@ -35,7 +36,7 @@ public:
     const Slot* cycle() const;
 
     /// The one node of a name or a partial path; null for none, and for more than one.
-    Node* findNode(std::string_view name) const { return names_.find(name); }
+    Node* findNode(std::string_view name) const;
     /// The element of a multi, made with default values if the scene has none.
     Slot& element(Slot& multi, unsigned int index);
 

@@ -10,8 +10,8 @@ namespace scene {
 
 struct Node;
 
-/// One plug of the scene: an attribute of a node, a child of a compound, or an element of a multi. Its `type` is that of
-/// its attribute.
+/// One plug of the scene: an attribute of a node, a child of a compound, or an element of a multi. Its `type` is that
+/// of its attribute.
 struct Slot : Object {
     enum class Kind : unsigned char {
         number,

@@ -1,11 +1,94 @@
 #include "scene/sceneFile.h"
 
+#include "scene/attributeForms.h"
+#include "scene/GeometryReader.h"
+#include "scene/plugPath.h"
+
+#include <fmt/format.h>
+
+#include <fstream>
 #include <stdexcept>
+#include <vector>
 
 namespace scene {
 
-void readSceneFile(const std::string& path, const std::string&, Scene&) {
-    throw std::runtime_error("cannot read scene " + path);
+namespace {
+
+std::vector<char> readFile(const std::string& path) {
+    std::ifstream file(path, std::ios::binary | std::ios::ate);
+    const std::streamoff size = file.is_open() ? static_cast<std::streamoff>(file.tellg()) : -1;
+    std::vector<char> bytes(size < 0 ? 0 : static_cast<std::size_t>(size));
+    file.seekg(0);
+    if (size < 0 || !file.read(bytes.data(), size)) {
+        throw std::runtime_error("cannot open file");
+    }
+    return bytes;
+}
+
+void readNodes(const Json& nodes, GeometryReader& geometry, Scene& scene) {
+    if (!nodes.is_object()) {
+        throw std::runtime_error("\"nodes\" should be an object of nodes by their names");
+    }
+    for (const auto& [path, attributes] : members(nodes)) {
+        Node& node = scene.addNode(path);
+        if (!attributes.is_object()) {
+            throw std::runtime_error(fmt::format("{}: should be an object of attributes by their names", path));
+        }
+        requireDistinctNames(attributes, path);
+        for (const auto& [name, value] : members(attributes)) {
+            readAttribute(scene, geometry, scene.addAttribute(node, name), value);
+        }
+    }
+}
+
+void readConnections(const Json& connections, Scene& scene) {
+    if (!connections.is_array()) {
+        throw std::runtime_error("\"connections\" should be a list");
+    }
+    for (std::size_t i = 0; i < connections.size(); ++i) {
+        const Json& pair = connections[i];
+        if (!pair.is_array() || pair.size() != 2 || !pair[0].is_string() || !pair[1].is_string()) {
+            throw std::runtime_error(fmt::format("connection {}: should be [\"source\", \"destination\"]", i));
+        }
+        try {
+            scene.connect(plugAt(scene, pair[0].get_ref<const std::string&>()),
+                          plugAt(scene, pair[1].get_ref<const std::string&>()));
+        } catch (const std::exception& error) {
+            throw std::runtime_error(fmt::format("connection {}: {}", i, error.what()));
+        }
+    }
+    if (const Slot* slot = scene.cycle()) {
+        throw std::runtime_error("plug " + fullName(*slot) + " feeds itself over its connections");
+    }
+}
+
+void readScene(const Json& file, GeometryReader& geometry, Scene& scene) {
+    if (!file.is_object()) {
+        throw std::runtime_error("should be an object with \"nodes\" and \"connections\"");
+    }
+    for (const auto& [key, value] : members(file)) {
+        if (key == "nodes") {
+            readNodes(value, geometry, scene);
+        } else if (key != "connections") {
+            throw std::runtime_error(fmt::format("has no use for \"{}\"", key));
+        }
+    }
+    for (const auto& [key, value] : members(file)) {
+        if (key == "connections") {
+            readConnections(value, scene);
+        }
+    }
+}
+
+} // namespace
+
+void readSceneFile(const std::string& path, const std::string& resource, Scene& scene) {
+    try {
+        GeometryReader geometry(resource);
+        readScene(Json::parse(readFile(path)), geometry, scene);
+    } catch (const std::exception& error) {
+        throw std::runtime_error(fmt::format("scene {}: {}", path, error.what()));
+    }
 }
 
 } // namespace scene

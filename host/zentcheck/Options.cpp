@@ -4,7 +4,6 @@
 
 #include <array>
 #include <charconv>
-#include <cmath>
 #include <utility>
 
 namespace host {
@@ -78,8 +77,7 @@ Options parseOptions(int argc, char** argv) {
 
     Options options;
     app.add_option("MANIFEST", options.manifest, "The records to check, a JSON file")->type_name("");
-    app.add_option("RESOURCE", options.resource, "The file of large values that the manifest refers to")
-        ->type_name("");
+    app.add_option("RESOURCE", options.resource, "The file of large values that the manifest refers to")->type_name("");
     std::array<std::string, kCommandFlags.size()> values;
     std::array<CLI::Option*, kCommandFlags.size()> given{};
     for (std::size_t i = 0; i < kCommandFlags.size(); ++i) {
@@ -91,9 +89,12 @@ Options parseOptions(int argc, char** argv) {
     app.add_option("--scene", options.scene, "The scene that plug names refer to, a JSON file")->type_name("FILE");
     app.add_option("--plugin", options.plugin, "The plug-in [../lib/ZentMayaNodes.so beside this program]")
         ->type_name("FILE");
+    CLI::Option* list =
+        app.add_option("--list-resources", options.listResources, "Tell what a resource file holds, and check nothing");
+    list->type_name("FILE");
     try {
         app.parse(argc, argv);
-        if (options.manifest.empty()) {
+        if (options.manifest.empty() && list->count() == 0) {
             throw CLI::RequiredError("MANIFEST");
         }
     } catch (const CLI::CallForHelp&) {

@@ -1,15 +1,17 @@
-// zentcheck: does from a terminal what Maya does with the plug-in. It opens a scene, loads the plug-in, runs its command,
-// shows what the command has to say, and takes the plug-in down.
+// zentcheck: does from a terminal what Maya does with the plug-in. It opens a scene, loads the plug-in, runs its
+// command, shows what the command has to say, and takes the plug-in down.
 #include "maya/Commands.h"
 #include "maya/Display.h"
 #include "maya/Scene.h"
 #include "scene/sceneFile.h"
+#include "tools/ListResources.h"
 #include "zentcheck/Options.h"
 #include "zentcheck/Plugin.h"
 #include "zentcheck/Terminal.h"
 
 #include <cstdio>
 #include <exception>
+#include <iostream>
 #include <stdexcept>
 #include <variant>
 
@@ -31,6 +33,20 @@ Status runCheck(const host::Options& options) {
         return kFailed;
     }
     return *matched ? kMatched : kMismatched;
+}
+
+/// What the command line asks for instead of a run.
+Status runTool(const host::Options& options) {
+    try {
+        zent::listResources(options.listResources, std::cout);
+        if (std::cout.flush()) {
+            return kMatched;
+        }
+        std::cerr << "error: cannot write to standard output\n";
+    } catch (const std::exception& error) {
+        std::cerr << "error: " << error.what() << '\n';
+    }
+    return kFailed;
 }
 
 Status run(const host::Options& options) {
@@ -59,7 +75,8 @@ Status run(const host::Options& options) {
 
 int main(int argc, char** argv) {
     try {
-        return run(host::parseOptions(argc, argv));
+        const host::Options options = host::parseOptions(argc, argv);
+        return options.listResources.empty() ? run(options) : runTool(options);
     } catch (const host::UsageExit& usage) {
         std::fputs(usage.out.c_str(), stdout);
         std::fputs(usage.err.c_str(), stderr);

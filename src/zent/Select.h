@@ -19,9 +19,9 @@ namespace zent {
 /// The namespace that plug look-ups are prefixed with, from the command's flag; empty for none.
 extern std::string namescope;
 
-/// The plug of a name such as "node.attribute[3].child", with `namescope` put before each level of its DAG path. A child
-/// that the plug does not have yields the plug itself. Throws std::runtime_error "Cannot find plug \"NAME\"", and shows
-/// the same as a Maya error.
+/// The plug of a name such as "node.attribute[3].child", with `namescope` put before each level of its DAG path. A
+/// child that the plug does not have yields the plug itself. Throws std::runtime_error "Cannot find plug \"NAME\"", and
+/// shows the same as a Maya error.
 MPlug selectPlug(std::string name);
 
 /// The plug of a name, or its source where the plug's own data is null and a connection feeds it. Throws

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "maya/Data.h"
+#include "maya/Slot.h"
+#include "scene/Json.h"
+
+#include <memory>
+
+namespace scene {
+
+/// Geometry that a scene file tells in place. T is MeshData, CurveData, SurfaceData or LatticeData.
+template <class T>
+std::shared_ptr<Object> readGeometryForm(const Slot& slot, const Json& value);
+
+/// Geometry from a block with what the scene file tells besides: the polygons and UV sets of a mesh.
+template <class T>
+std::shared_ptr<const Object> withTopology(const Slot& slot, std::shared_ptr<const Object> geometry, const Json& value);
+
+} // namespace scene
