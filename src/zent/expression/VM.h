@@ -1,0 +1,57 @@
+#pragma once
+
+#include "zent/expression/Value.h"
+#include "zent/expression/ValueStack.h"
+#include "zent/math/types.h"
+
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+namespace zent {
+
+/// The stack machine that runs the byte code of one expression; Opcode.h lists its instructions. A machine runs once.
+///
+/// What a program does wrong throws: std::out_of_range where it runs past its end, UnexpectedIndex where an instruction
+/// or a built-in gets a value of the wrong alternative, std::runtime_error with "Unreachable" for arithmetic on bools
+/// or vectors, and std::runtime_error with a text of its own for all that would reach outside a list, divide integers
+/// by zero or recurse without end. A loop without end is the program's own.
+class VM {
+public:
+    using Floats = svec<float, 16>;
+
+    /// The most calls that a program may keep open.
+    static constexpr std::size_t kMaxCalls = std::size_t{1} << 18;
+
+    VM(std::vector<unsigned char>&& code, std::vector<Value>&& constants);
+
+    /// Runs to the end instruction. Returns the outputs, up to the highest slot that was written; those in between are
+    /// 0.
+    Floats execute(Floats inputs);
+    /// The same for code that may never end: throws std::runtime_error when it has run so many instructions.
+    Floats executeAtMost(std::uint64_t instructions, Floats inputs);
+
+private:
+    template <class Meter>
+    Floats run(const Floats& inputs, Meter meter);
+
+    unsigned char readByte();
+    int readWord();
+    template <class List>
+    const typename List::value_type& operandOf(const List& list, const char* name);
+    void jumpBack(int offset);
+    void call();
+    void callBuiltin(unsigned short id, unsigned frame, unsigned count);
+    void returnFromCall();
+
+    std::vector<unsigned char> code_;
+    std::vector<Value> constants_;
+    int ip_ = 0;
+    ValueStack stack_;
+    unsigned frame_ = 0; ///< where the present function's first argument lies on the stack
+    /// For each open call, where to go on and the caller's frame. A vector, since a deque would allocate and free a
+    /// block at each call across a block's border.
+    std::vector<std::pair<int, unsigned>> calls_;
+};
+
+} // namespace zent
