@@ -142,6 +142,44 @@ struct Budget {
     }
 };
 
+// The byte code and the next byte to read. The one value that every instruction changes, so it is kept out of memory.
+class Cursor {
+public:
+    Cursor(const std::vector<unsigned char>& code, int ip) : code_(code), ip_(static_cast<std::size_t>(ip)) {}
+
+    int position() const { return static_cast<int>(ip_); }
+    void moveTo(int position) { ip_ = static_cast<std::size_t>(position); }
+    void jumpForward(std::size_t offset) { ip_ += offset; }
+    void jumpBack(std::size_t offset) {
+        if (offset > ip_) {
+            fail("the jump back by " + std::to_string(offset) + " before code[" + std::to_string(ip_) +
+                 "] leads out of the expression");
+        }
+        ip_ -= offset;
+    }
+
+    unsigned char readByte() { return code_.at(ip_++); }
+
+    unsigned short readWord() {
+        const unsigned high = readByte();
+        return static_cast<unsigned short>(high << 8U | readByte());
+    }
+
+    // The item whose index is the operand byte.
+    template <class List>
+    const typename List::value_type& itemOf(const List& list, const char* name) {
+        const std::size_t index = readByte();
+        if (index >= list.size()) {
+            requireIndex("code", ip_ - 1, index, list.size(), name);
+        }
+        return list[index];
+    }
+
+private:
+    const std::vector<unsigned char>& code_;
+    std::size_t ip_;
+};
+
 // Behind a position, a jump forward stays within an int.
 constexpr std::size_t kMaxCode = std::numeric_limits<int>::max() - 0x20000;
 
@@ -165,17 +203,18 @@ VM::Floats VM::executeAtMost(std::uint64_t instructions, Floats inputs) {
 template <class Meter>
 VM::Floats VM::run(const Floats& inputs, Meter meter) {
     Floats outputs;
+    Cursor code(code_, ip_);
     for (;;) {
         meter();
-        switch (static_cast<Opcode>(readByte())) {
+        switch (static_cast<Opcode>(code.readByte())) {
         case Opcode::Constant:
-            stack_.push(operandOf(constants_, "the list of constants"));
+            stack_.push(code.itemOf(constants_, "the list of constants"));
             break;
         case Opcode::Vector:
             makeVector(stack_);
             break;
         case Opcode::Component: {
-            const unsigned char operand = readByte();
+            const unsigned char operand = code.readByte();
             stack_.push(component(stack_.popAs<ValueVector>(), operand));
             break;
         }
@@ -224,16 +263,14 @@ VM::Floats VM::run(const Floats& inputs, Meter meter) {
         case Opcode::Pop:
             stack_.pop();
             break;
-        case Opcode::Load: {
-            const Value value = stack_.slot(frame_, readByte());
-            stack_.push(value);
+        case Opcode::Load:
+            stack_.push(stack_.slot(frame_, code.readByte()));
             break;
-        }
         case Opcode::Store:
-            stack_.slot(frame_, readByte()) = stack_.top();
+            stack_.store(frame_, code.readByte());
             break;
         case Opcode::Output: {
-            const std::size_t slot = readByte();
+            const std::size_t slot = code.readByte();
             if (outputs.size() <= slot) {
                 outputs.resize(slot + 1, 0.0f);
             }
@@ -241,33 +278,35 @@ VM::Floats VM::run(const Floats& inputs, Meter meter) {
             break;
         }
         case Opcode::Input:
-            stack_.push(static_cast<double>(operandOf(inputs, "the list of inputs")));
+            stack_.push(static_cast<double>(code.itemOf(inputs, "the list of inputs")));
             break;
         case Opcode::GetOutput:
-            stack_.push(static_cast<double>(operandOf(outputs, "the list of outputs")));
+            stack_.push(static_cast<double>(code.itemOf(outputs, "the list of outputs")));
             break;
-        case Opcode::Call:
-            call();
-            break;
-        case Opcode::Return:
-            returnFromCall();
-            break;
-        case Opcode::Jump: {
-            const int offset = readWord();
-            ip_ += offset;
+        case Opcode::Call: {
+            const unsigned count = code.readByte();
+            const unsigned short target = code.readWord();
+            code.moveTo(call(count, target, code.position()));
             break;
         }
+        case Opcode::Return:
+            code.moveTo(returnFromCall(code.position()));
+            break;
+        case Opcode::Jump:
+            code.jumpForward(code.readWord());
+            break;
         case Opcode::JumpUnless: {
-            const int offset = readWord();
+            const std::size_t offset = code.readWord();
             if (!stack_.popAs<bool>()) {
-                ip_ += offset;
+                code.jumpForward(offset);
             }
             break;
         }
         case Opcode::JumpBack:
-            jumpBack(readWord());
+            code.jumpBack(code.readWord());
             break;
         case Opcode::End:
+            ip_ = code.position();
             return outputs;
         default:
             break; // an unknown opcode is a no-operation of one byte
@@ -275,74 +314,48 @@ VM::Floats VM::run(const Floats& inputs, Meter meter) {
     }
 }
 
-unsigned char VM::readByte() {
-    return code_.at(static_cast<std::size_t>(ip_++));
-}
-
-int VM::readWord() {
-    const int high = readByte();
-    return high << 8 | readByte();
-}
-
-// The item whose index is the operand byte.
-template <class List>
-const typename List::value_type& VM::operandOf(const List& list, const char* name) {
-    const std::size_t index = readByte();
-    if (index >= list.size()) {
-        requireIndex("code", static_cast<std::size_t>(ip_ - 1), index, list.size(), name);
-    }
-    return list[index];
-}
-
-void VM::jumpBack(int offset) {
-    if (offset > ip_) {
-        fail("the jump back by " + std::to_string(offset) + " before code[" + std::to_string(ip_) +
-             "] leads out of the expression");
-    }
-    ip_ -= offset;
-}
-
-void VM::call() {
-    const unsigned count = readByte();
-    const auto target = static_cast<unsigned short>(readWord());
+// Returns where to go on.
+int VM::call(unsigned count, unsigned short target, int ip) {
     if (count > stack_.size()) {
-        fail("the call before code[" + std::to_string(ip_) + "] takes " + std::to_string(count) +
+        fail("the call before code[" + std::to_string(ip) + "] takes " + std::to_string(count) +
              " arguments from a stack of " + std::to_string(stack_.size()));
     }
     const auto frame = static_cast<unsigned>(stack_.size() - count);
     if (target >= code_.size()) {
-        callBuiltin(target, frame, count);
-        return;
+        callBuiltin(target, frame, count, ip);
+        return ip;
     }
     if (calls_.size() >= kMaxCalls) {
         fail("the expression keeps more than " + std::to_string(kMaxCalls) + " calls open");
     }
-    calls_.emplace_back(ip_, frame_);
+    calls_.emplace_back(ip, frame_);
     frame_ = frame;
-    ip_ = target;
+    return target;
 }
 
-void VM::callBuiltin(unsigned short id, unsigned frame, unsigned count) {
+void VM::callBuiltin(unsigned short id, unsigned frame, unsigned count, int ip) {
     const Builtin::Function& function = Builtin::get_function(id);
     if (count < Builtin::arity(id)) {
         fail(std::string("the built-in ") + Builtin::name(id) + " reads " + std::to_string(Builtin::arity(id)) +
-             " arguments, the call before code[" + std::to_string(ip_) + "] gives " + std::to_string(count));
+             " arguments, the call before code[" + std::to_string(ip) + "] gives " + std::to_string(count));
     }
     const Value result = function(stack_.from(frame));
     stack_.shrink(frame);
     stack_.push(result);
 }
 
-void VM::returnFromCall() {
+// Returns where to go on.
+int VM::returnFromCall(int ip) {
     if (calls_.empty()) {
-        fail("the expression returns before code[" + std::to_string(ip_) + "] with no call open");
+        fail("the expression returns before code[" + std::to_string(ip) + "] with no call open");
     }
     const Value result = stack_.top();
     stack_.pop();
     stack_.shrink(frame_);
-    std::tie(ip_, frame_) = calls_.back();
-    calls_.pop_back();
     stack_.push(result);
+    std::tie(ip, frame_) = calls_.back();
+    calls_.pop_back();
+    return ip;
 }
 
 } // namespace zent

@@ -35,14 +35,9 @@ private:
     template <class Meter>
     Floats run(const Floats& inputs, Meter meter);
 
-    unsigned char readByte();
-    int readWord();
-    template <class List>
-    const typename List::value_type& operandOf(const List& list, const char* name);
-    void jumpBack(int offset);
-    void call();
-    void callBuiltin(unsigned short id, unsigned frame, unsigned count);
-    void returnFromCall();
+    int call(unsigned count, unsigned short target, int ip);
+    void callBuiltin(unsigned short id, unsigned frame, unsigned count, int ip);
+    int returnFromCall(int ip);
 
     std::vector<unsigned char> code_;
     std::vector<Value> constants_;

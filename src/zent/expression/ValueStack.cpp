@@ -2,20 +2,25 @@
 
 #include "zent/math/require.h"
 
+#include <string>
+
 namespace zent {
+
+void ValueStack::grow() {
+    if (size_ >= kLimit) {
+        fail("the expression keeps more than " + std::to_string(kLimit) + " values on its stack");
+    }
+    values_.resize(2 * size_);
+}
 
 void ValueStack::failEmpty(std::size_t needed) const {
     fail("an instruction of the expression takes " + std::to_string(needed) + " values from a stack of " +
-         std::to_string(values_.size()));
+         std::to_string(size_));
 }
 
 void ValueStack::failSlot(std::size_t frame, std::size_t slot) const {
     fail("local slot " + std::to_string(slot) + " of the expression lies beyond the stack: the frame starts at " +
-         std::to_string(frame) + ", the stack has " + std::to_string(values_.size()));
-}
-
-void ValueStack::failFull() {
-    fail("the expression keeps more than " + std::to_string(kLimit) + " values on its stack");
+         std::to_string(frame) + ", the stack has " + std::to_string(size_));
 }
 
 } // namespace zent

@@ -2,8 +2,8 @@
 
 #include "zent/expression/Value.h"
 
+#include <algorithm>
 #include <cstddef>
-#include <string>
 #include <vector>
 
 namespace zent {
@@ -15,70 +15,78 @@ public:
     /// The most values that a program may keep.
     static constexpr std::size_t kLimit = std::size_t{1} << 20;
 
-    ValueStack() { values_.reserve(kUsualSize); }
+    ValueStack() : values_(kUsualSize) {}
 
-    std::size_t size() const { return values_.size(); }
+    std::size_t size() const { return size_; }
+
+    // By alternative, as in `store`: a copy of the whole record would wait until the parts last written reach memory.
+    void push(const Value& value) {
+        std::visit([this](const auto& alternative) { push(alternative); }, value);
+    }
 
     template <class T>
-    void push(const T& value) {
-        if (values_.size() >= kLimit) {
-            failFull();
+    void push(T alternative) {
+        if (size_ == values_.size()) {
+            grow();
         }
-        values_.emplace_back(value);
+        values_[size_++].template emplace<T>(alternative);
     }
 
     /// The value that lies `depth` below the top.
     Value& top(std::size_t depth = 0) {
-        if (depth >= values_.size()) {
+        if (depth >= size_) {
             failEmpty(depth + 1);
         }
-        return *(values_.end() - static_cast<std::ptrdiff_t>(depth + 1));
+        return values_[size_ - 1 - depth];
     }
 
     void pop() {
         top();
-        values_.pop_back();
+        --size_;
     }
 
     template <class T>
     T popAs() {
         const T alternative = as<T>(top());
-        values_.pop_back();
+        --size_;
         return alternative;
     }
 
     double popNumber() {
         const double number = toNumber(top());
-        values_.pop_back();
+        --size_;
         return number;
     }
 
-    /// Slot `slot` of the frame that starts at index `frame`.
+    /// A slot of the frame that starts at index `frame`.
     Value& slot(std::size_t frame, std::size_t slot) {
-        if (frame + slot >= values_.size()) {
+        if (frame + slot >= size_) {
             failSlot(frame, slot);
         }
         return values_[frame + slot];
     }
 
-    /// Removes the values down to an index; where there are none above it, none.
-    void shrink(std::size_t size) {
-        if (size < values_.size()) {
-            values_.erase(values_.begin() + static_cast<std::ptrdiff_t>(size), values_.end());
-        }
+    /// The slot takes the top, which stays.
+    void store(std::size_t frame, std::size_t slot) {
+        Value& to = this->slot(frame, slot);
+        std::visit([&to](auto alternative) { to.emplace<decltype(alternative)>(alternative); }, top());
     }
 
-    /// The values from an index up, as many as a built-in asks for; they must be there.
+    /// Removes the values down to an index; where there are none above it, none.
+    void shrink(std::size_t size) { size_ = std::min(size_, size); }
+
+    /// The values from an index up.
     Value* from(std::size_t index) { return values_.data() + index; }
 
 private:
-    static constexpr std::size_t kUsualSize = 64;
+    static constexpr std::size_t kUsualSize = 32;
 
+    void grow();
     [[noreturn]] void failEmpty(std::size_t needed) const;
     [[noreturn]] void failSlot(std::size_t frame, std::size_t slot) const;
-    [[noreturn]] static void failFull();
 
     std::vector<Value> values_;
+    std::size_t size_ = 0;
 };
 
 } // namespace zent
