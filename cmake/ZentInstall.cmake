@@ -1,0 +1,26 @@
+# A relocatable prefix: the library with its headers and its CMake package, the plug-in, zentcheck, and the documents.
+include(CMakePackageConfigHelpers)
+include(GNUInstallDirs)
+
+install(TARGETS zent_nodes EXPORT ZentMayaNodesTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+set_target_properties(zent_nodes PROPERTIES EXPORT_NAME nodes)
+install(EXPORT ZentMayaNodesTargets NAMESPACE zent:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ZentMayaNodes)
+configure_package_config_file(cmake/ZentMayaNodesConfig.cmake.in ZentMayaNodesConfig.cmake
+                              INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ZentMayaNodes)
+write_basic_package_version_file(ZentMayaNodesConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${CMAKE_BINARY_DIR}/ZentMayaNodesConfig.cmake ${CMAKE_BINARY_DIR}/ZentMayaNodesConfigVersion.cmake
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ZentMayaNodes)
+
+foreach(room IN ITEMS math geometry nodes expression)
+    install(DIRECTORY src/zent/${room} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zent FILES_MATCHING PATTERN "*.h")
+endforeach()
+
+install(TARGETS ZentMayaNodes LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+if(NOT ZENT_MAYA_DEVKIT)
+    install(TARGETS OpenMaya LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+    install(TARGETS zentcheck RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+    set_target_properties(OpenMaya ZentMayaNodes PROPERTIES INSTALL_RPATH "$ORIGIN")
+    set_target_properties(zentcheck PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+endif()
+install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})

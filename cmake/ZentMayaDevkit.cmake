@@ -1,0 +1,15 @@
+# Maya's own API in place of the stand-in: the target OpenMaya, from the devkit's headers and the libraries of Maya or of
+# the devkit.
+find_path(ZENT_MAYA_INCLUDE maya/MPxCommand.h PATHS "${ZENT_MAYA_DEVKIT}/include" "${ZENT_MAYA_DEVKIT}" NO_DEFAULT_PATH)
+if(NOT ZENT_MAYA_INCLUDE)
+    message(FATAL_ERROR "ZENT_MAYA_DEVKIT is '${ZENT_MAYA_DEVKIT}', but there is no include/maya/MPxCommand.h in it")
+endif()
+add_library(OpenMaya INTERFACE)
+target_include_directories(OpenMaya SYSTEM INTERFACE ${ZENT_MAYA_INCLUDE})
+foreach(library IN ITEMS OpenMaya Foundation)
+    find_library(ZENT_MAYA_${library} ${library} PATHS "${ZENT_MAYA_DEVKIT}/lib" NO_DEFAULT_PATH)
+    if(NOT ZENT_MAYA_${library})
+        message(FATAL_ERROR "There is no library ${library} in '${ZENT_MAYA_DEVKIT}/lib'")
+    endif()
+    target_link_libraries(OpenMaya INTERFACE ${ZENT_MAYA_${library}})
+endforeach()
