@@ -179,7 +179,7 @@ TEST(AdapterClosures, BadArgumentsAreNamed) {
     EXPECT_EQ(error("weightDriverPoses", "[[1], [], [1], [], []]"), "not single"); // read, though dropped
     EXPECT_EQ(error("blendTwoAttr", "[[], [0.5]]"), "input has 0 entries, blendTwoAttr needs 1");
     EXPECT_EQ(error("plusMinusAverage3D", "[[], [2]]"), "in has 0 entries, plusMinusAverage3D needs 1");
-    EXPECT_NE(error("blendTwoAttr", "[[1, 2, 3], [0.5]]").find("3"), std::string::npos);
+    EXPECT_NE(error("blendTwoAttr", "[[1, 2, 3], [0.5]]").find('3'), std::string::npos);
 }
 
 } // namespace
