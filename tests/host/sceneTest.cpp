@@ -1,7 +1,7 @@
 #include "maya/Scene.h"
 #include "host/openScene.h"
 
-#include <sstream>
+#include <maya/MPlug.h>
 
 namespace zent::test {
 namespace {
@@ -100,7 +100,7 @@ TEST_F(SceneTest, TellsWhichNodeAndAttributeIsAtFault) {
         {attribute("[1]"), "|a|n.v: a list of 1 is no compound"},
         {attribute("{}"), "|a|n.v: has none of the keys"},
         {attribute(R"({"angle": 1, "time": 1})"), "|a|n.v: is both \"angle\" and \"time\""},
-        {attribute(R"([0, {"angle": "x"}])"), "|a|n.vY: \"angle\" should be a number, not string"},
+        {attribute(R"([0, {"angle": "x"}])"), "|a|n.v.vY: \"angle\" should be a number, not string"},
         {attribute(R"({"angle": 1, "unit": "film"})"), "|a|n.v: \"unit\" should be one of"},
         {attribute(R"({"number": 1, "unit": "film"})"), "|a|n.v: only an angle or a time has a \"unit\""},
         {attribute(R"({"angle": 1, "type": 567})"), "|a|n.v: \"angle\" has no attribute type 567"},
