@@ -25,11 +25,12 @@ constexpr float kOnSphere = 0.001f;
 /// The walk along the curve, from joint to joint by spheres of the bone's length.
 struct CurveWalk {
     const Curve& curve;
+    CurveSamples samples = closestSamples(curve);
     float parameter = 0.0f;
 
     /// The place of the next joint, world space.
     vec3 next(vec3 joint, float boneLength) {
-        const float crossing = intersectCurveSphere(curve, joint, boneLength);
+        const float crossing = intersectCurveSphere(curve, samples, joint, boneLength);
         // A search that does not advance has passed the end: the chain never runs back along the curve.
         parameter = crossing > parameter ? crossing : curve.domainEnd();
         const vec3 point = worldPoint(curve, parameter);

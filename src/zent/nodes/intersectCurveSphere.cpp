@@ -3,7 +3,6 @@
 #include "zent/geometry/nurbs.h"
 #include "zent/geometry/shapes.h"
 #include "zent/math/require.h"
-#include "zent/nodes/nearestPointOnCurve.h"
 
 #include <algorithm>
 #include <limits>
@@ -16,6 +15,23 @@ constexpr float kOverhang = 0.001f;
 
 /// No crossing yet. Positive, so that a crossing at parameter 0 reads as none: deliberate.
 constexpr float kNoCrossing = std::numeric_limits<float>::min();
+
+float bisectTowardsEnd(const Curve& curve, float low, vec3 center, float radius) {
+    float high = curve.domainEnd();
+    while (high - low > kSearchTolerance) {
+        const float mid = (high + low) * 0.5f;
+        if (!(mid > low && mid < high)) { // large parameters: the next float is further away than the tolerance
+            break;
+        }
+        const vec3 fromCenter = worldPoint(curve, mid) - center;
+        if (glm::dot(fromCenter, fromCenter) - radius * radius > 0.0f) {
+            high = mid;
+        } else {
+            low = mid;
+        }
+    }
+    return (high + low) * 0.5f;
+}
 
 } // namespace
 
@@ -52,24 +68,13 @@ float intersectCurveSphere1D(const Curve& curve, vec3 center, float radius) {
 }
 
 float intersectCurveSphere(const Curve& curve, vec3 center, float radius) {
-    if (curve.degree == 1) {
-        return intersectCurveSphere1D(curve, center, radius);
-    }
-    float low = getClosetPointOnCurve(curve, center);
-    float high = curve.domainEnd();
-    while (high - low > kSearchTolerance) {
-        const float mid = (high + low) * 0.5f;
-        if (!(mid > low && mid < high)) { // large parameters: the next float is further away than the tolerance
-            break;
-        }
-        const vec3 fromCenter = worldPoint(curve, mid) - center;
-        if (glm::dot(fromCenter, fromCenter) - radius * radius > 0.0f) {
-            high = mid;
-        } else {
-            low = mid;
-        }
-    }
-    return (high + low) * 0.5f;
+    return curve.degree == 1 ? intersectCurveSphere1D(curve, center, radius)
+                             : bisectTowardsEnd(curve, getClosetPointOnCurve(curve, center), center, radius);
+}
+
+float intersectCurveSphere(const Curve& curve, const CurveSamples& samples, vec3 center, float radius) {
+    return curve.degree == 1 ? intersectCurveSphere1D(curve, center, radius)
+                             : bisectTowardsEnd(curve, getClosetPointOnCurve(curve, samples, center), center, radius);
 }
 
 } // namespace zent

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zent/geometry/Curve.h"
+#include "zent/nodes/nearestPointOnCurve.h"
 
 namespace zent {
 
@@ -24,5 +24,7 @@ float intersectCurveSphere1D(const Curve& curve, vec3 center, float radius);
 /// The parameter at which a curve leaves a sphere (world space), by bisection from the point closest to the centre,
 /// taken as inside, to the end, taken as outside. Throws std::runtime_error for a curve that cannot be evaluated.
 float intersectCurveSphere(const Curve& curve, vec3 center, float radius);
+/// The same with the starts of the closest-point search from `closestSamples`.
+float intersectCurveSphere(const Curve& curve, const CurveSamples& samples, vec3 center, float radius);
 
 } // namespace zent

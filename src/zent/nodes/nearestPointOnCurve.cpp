@@ -5,8 +5,8 @@
 #include "zent/math/require.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
+#include <string>
 
 namespace zent {
 namespace {
@@ -27,21 +27,30 @@ struct NearestSample {
     }
 };
 
-float startParameter(const Curve& curve, vec3 point) {
-    NearestSample nearest{curve.domainStart()};
-    const auto sample = [&](float u) { nearest.offer(u, guardedLength(worldPoint(curve, u) - point)); };
-    if (spanCount(curve) <= kMaxSpansOfLiteralScan) {
-        // The samples are not scaled to the domain, deliberately: of a wider one they see only the beginning.
-        for (const float u : {0.0f, 0.25f, 0.5f, 0.75f, 1.0f}) {
-            sample(u);
+bool isSampledAtKnots(const Curve& curve) {
+    return spanCount(curve) > kMaxSpansOfLiteralScan;
+}
+
+/// Calls `visit(u, point)` for each start of the search.
+template <class Visit>
+void visitSamples(const Curve& curve, Visit visit) {
+    if (isSampledAtKnots(curve)) {
+        requireKnotPerPoint(curve, "curve");
+        for (unsigned knot = curve.degree - 1; knot <= curve.degree - 1 + spanCount(curve); ++knot) {
+            visit(curve.knots[knot], worldPoint(curve, curve.knots[knot]));
         }
-        return std::max(std::min(nearest.u, curve.domainEnd()), curve.domainStart());
+    } else {
+        // These are not scaled to the domain, deliberately: of a wider one they see only the beginning.
+        for (const float u : {0.0f, 0.25f, 0.5f, 0.75f, 1.0f}) {
+            visit(u, worldPoint(curve, u));
+        }
     }
-    requireKnotPerPoint(curve, "curve");
-    for (unsigned knot = curve.degree - 1; knot <= curve.degree - 1 + spanCount(curve); ++knot) {
-        sample(curve.knots[knot]);
-    }
-    return clampParameter(nearest.u, curve.degree, curve.knots);
+}
+
+/// The best sample inside the domain, so that halving a step from there ends.
+float startParameter(const Curve& curve, const NearestSample& best) {
+    return isSampledAtKnots(curve) ? clampParameter(best.u, curve.degree, curve.knots)
+                                   : std::max(std::min(best.u, curve.domainEnd()), curve.domainStart());
 }
 
 /// u - step with the step halved until it stays in the domain; u itself where halving does not change the step any
@@ -72,6 +81,24 @@ float wrapOrClamp(const Curve& curve, float u) {
     return std::min(u, curve.domainEnd() - margin);
 }
 
+/// Newton's iteration on the squared distance from a start in the domain.
+float newton(const Curve& curve, float u, vec3 point) {
+    for (int i = 0; i < kMaxNewtonSteps; ++i) {
+        const vec3 r = worldPoint(curve, u) - point;
+        const vec3 d1 = curve.dPdU(u);
+        const float denominator = glm::dot(r, curve.d2PdU2(u)) + glm::dot(d1, d1);
+        if (std::abs(denominator) < kSearchTolerance) {
+            return u;
+        }
+        const float next = wrapOrClamp(curve, stepInsideDomain(curve, u, glm::dot(r, d1) / denominator));
+        if (std::abs(next - u) < kSearchTolerance) {
+            return u; // the parameter from before this step, deliberately
+        }
+        u = next;
+    }
+    return u;
+}
+
 } // namespace
 
 vec3 worldPoint(const Curve& curve, float u) {
@@ -100,26 +127,33 @@ float getClosetPointOnCurve1D(const Curve& curve, vec3 point) {
     return nearest.u;
 }
 
+CurveSamples closestSamples(const Curve& curve) {
+    requireEvaluable(curve, "curve");
+    CurveSamples samples;
+    visitSamples(curve, [&](float u, vec3 sample) { samples.emplace_back(u, sample); });
+    return samples;
+}
+
+float getClosetPointOnCurve(const Curve& curve, const CurveSamples& samples, vec3 point) {
+    if (curve.degree == 1) {
+        return getClosetPointOnCurve1D(curve, point);
+    }
+    requireEvaluable(curve, "curve");
+    NearestSample best{curve.domainStart()};
+    for (const auto& [u, sample] : samples) {
+        best.offer(u, guardedLength(sample - point));
+    }
+    return newton(curve, startParameter(curve, best), point);
+}
+
 float getClosetPointOnCurve(const Curve& curve, vec3 point) {
     if (curve.degree == 1) {
         return getClosetPointOnCurve1D(curve, point);
     }
     requireEvaluable(curve, "curve");
-    float u = startParameter(curve, point);
-    for (int i = 0; i < kMaxNewtonSteps; ++i) {
-        const vec3 r = worldPoint(curve, u) - point;
-        const vec3 d1 = curve.dPdU(u);
-        const float denominator = glm::dot(r, curve.d2PdU2(u)) + glm::dot(d1, d1);
-        if (std::abs(denominator) < kSearchTolerance) {
-            return u;
-        }
-        const float next = wrapOrClamp(curve, stepInsideDomain(curve, u, glm::dot(r, d1) / denominator));
-        if (std::abs(next - u) < kSearchTolerance) {
-            return u; // the parameter from before this step, deliberately
-        }
-        u = next;
-    }
-    return u;
+    NearestSample best{curve.domainStart()};
+    visitSamples(curve, [&](float u, vec3 sample) { best.offer(u, guardedLength(sample - point)); });
+    return newton(curve, startParameter(curve, best), point);
 }
 
 std::pair<vec3, float> nearestPointOnCurve(const Curve& curve, vec3 point) {

@@ -3,6 +3,7 @@
 #include "zent/geometry/Curve.h"
 
 #include <utility>
+#include <vector>
 
 namespace zent {
 
@@ -20,6 +21,12 @@ float getClosetPointOnCurve1D(const Curve& curve, vec3 point);
 /// iteration on the squared distance (The NURBS Book, 6.1). Throws std::runtime_error for a curve that cannot be
 /// evaluated.
 float getClosetPointOnCurve(const Curve& curve, vec3 point);
+
+/// The starts of that search, parameters with the points there in world space. For many searches on one curve: they are
+/// the same for any point.
+using CurveSamples = std::vector<std::pair<float, vec3>>;
+CurveSamples closestSamples(const Curve& curve);
+float getClosetPointOnCurve(const Curve& curve, const CurveSamples& samples, vec3 point);
 
 /// The closest parameter, and the world position of the control point whose index is its integral part. Throws
 /// std::runtime_error where there is no such control point.
