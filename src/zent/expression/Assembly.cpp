@@ -134,20 +134,18 @@ private:
     // An operand of two bytes that waits for the positions of all labels.
     struct Reference {
         int line;
-        int position; // of the two bytes
+        std::size_t position; // of the two bytes
         Operand operand;
         std::string target;
     };
 
     [[noreturn]] void failLine(const std::string& what) const { fail("line " + std::to_string(line_) + ": " + what); }
 
-    int position() const { return static_cast<int>(program_.code.size()); }
-
     void assembleLine(std::string_view text) {
         std::string_view word = takeWord(text);
         for (; !word.empty() && word.back() == ':'; word = takeWord(text)) {
             word.remove_suffix(1);
-            if (!labels_.emplace(word, position()).second) {
+            if (!labels_.emplace(word, static_cast<int>(program_.code.size())).second) {
                 failLine("the label " + std::string(word) + " stands twice");
             }
         }
@@ -187,7 +185,7 @@ private:
             [[fallthrough]];
         case Operand::Forward:
         case Operand::Back:
-            references_.push_back({line_, position(), operand, std::string(text)});
+            references_.push_back({line_, program_.code.size(), operand, std::string(text)});
             program_.code.insert(program_.code.end(), 2, 0);
             break;
         }
@@ -221,7 +219,7 @@ private:
 
     void resolve(const Reference& reference) {
         line_ = reference.line;
-        const int behind = reference.position + 2;
+        const int behind = static_cast<int>(reference.position) + 2;
         const int target = targetOf(reference);
         const int operand = reference.operand == Operand::Call      ? target
                             : reference.operand == Operand::Forward ? target - behind
@@ -229,8 +227,8 @@ private:
         if (operand < 0 || operand > 0xFFFF) {
             failLine("out of reach: " + reference.target);
         }
-        program_.code[static_cast<std::size_t>(reference.position)] = static_cast<unsigned char>(operand >> 8);
-        program_.code[static_cast<std::size_t>(reference.position + 1)] = static_cast<unsigned char>(operand & 0xFF);
+        program_.code[reference.position] = static_cast<unsigned char>(operand >> 8);
+        program_.code[reference.position + 1] = static_cast<unsigned char>(operand & 0xFF);
     }
 
     int targetOf(const Reference& reference) const {

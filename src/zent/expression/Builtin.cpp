@@ -190,6 +190,7 @@ const char* Builtin::name(unsigned short id) {
 const std::vector<Builtin::Function>& Builtin::natives() {
     static const std::vector<Function> sNatives = [] {
         std::vector<Function> functions;
+        functions.reserve(kNatives.size());
         for (const Native& native : kNatives) {
             functions.emplace_back(native.function);
         }
