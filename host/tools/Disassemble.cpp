@@ -16,9 +16,11 @@ void disassemble(const std::string& file, unsigned int block, std::optional<unsi
     if (!storage.loaded) {
         fail("cannot open resource file \"" + file + "\"");
     }
-    // A copy, since a block cannot be read as a second type, and one number for both must say so and not dangle.
-    const auto code = storage.get<std::vector<unsigned char>>(block);
-    out << disassemble(code, constantsBlock ? &storage.get<std::vector<Value>>(*constantsBlock) : nullptr);
+    if (constantsBlock == block) {
+        fail("block " + std::to_string(block) + " cannot be both the byte code and its constants");
+    }
+    out << disassemble(storage.get<std::vector<unsigned char>>(block),
+                       constantsBlock ? &storage.get<std::vector<Value>>(*constantsBlock) : nullptr);
 }
 
 } // namespace zent

@@ -92,9 +92,16 @@ Options parseOptions(int argc, char** argv) {
     CLI::Option* list =
         app.add_option("--list-resources", options.listResources, "Tell what a resource file holds, and check nothing");
     list->type_name("FILE");
+    CLI::Option* disassemble =
+        app.add_option("--disassemble", options.disassemble, "Show an expression's byte code, and check nothing");
+    CLI::Option* block = app.add_option("--block", options.block, "The block of that file to show");
+    CLI::Option* constants = app.add_option("--constants", options.constants, "The block of its constants");
+    disassemble->type_name("FILE")->needs(block)->excludes(list);
+    block->type_name("N")->needs(disassemble);
+    constants->type_name("N")->needs(disassemble);
     try {
         app.parse(argc, argv);
-        if (options.manifest.empty() && list->count() == 0) {
+        if (options.manifest.empty() && list->count() == 0 && disassemble->count() == 0) {
             throw CLI::RequiredError("MANIFEST");
         }
     } catch (const CLI::CallForHelp&) {

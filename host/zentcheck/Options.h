@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -12,10 +13,11 @@ struct Options {
     std::string resource;
     std::string scene;
     std::string plugin;
-    std::vector<std::string> flags; ///< the command's, as it takes them: "-verbose", "2", ...
-    std::string listResources;      ///< a resource file to tell about, instead of a run
-    std::string disassemble;        ///< a resource file to show a block of, instead of a run
-    unsigned int block = 0;
+    std::vector<std::string> flags;        ///< the command's, as it takes them: "-verbose", "2", ...
+    std::string listResources;             ///< a resource file to tell about, instead of a run
+    std::string disassemble;               ///< a resource file to show a block of, instead of a run
+    unsigned int block = 0;                ///< its byte code
+    std::optional<unsigned int> constants; ///< its constants
 
     /// The words of the command's call.
     std::vector<std::string> commandWords() const;

@@ -4,6 +4,7 @@
 #include "maya/Display.h"
 #include "maya/Scene.h"
 #include "scene/sceneFile.h"
+#include "tools/Disassemble.h"
 #include "tools/ListResources.h"
 #include "zentcheck/Options.h"
 #include "zentcheck/Plugin.h"
@@ -38,7 +39,11 @@ Status runCheck(const host::Options& options) {
 /// What the command line asks for instead of a run.
 Status runTool(const host::Options& options) {
     try {
-        zent::listResources(options.listResources, std::cout);
+        if (!options.listResources.empty()) {
+            zent::listResources(options.listResources, std::cout);
+        } else {
+            zent::disassemble(options.disassemble, options.block, options.constants, std::cout);
+        }
         if (std::cout.flush()) {
             return kMatched;
         }
@@ -76,7 +81,7 @@ Status run(const host::Options& options) {
 int main(int argc, char** argv) {
     try {
         const host::Options options = host::parseOptions(argc, argv);
-        return options.listResources.empty() ? run(options) : runTool(options);
+        return options.listResources.empty() && options.disassemble.empty() ? run(options) : runTool(options);
     } catch (const host::UsageExit& usage) {
         std::fputs(usage.out.c_str(), stdout);
         std::fputs(usage.err.c_str(), stderr);
