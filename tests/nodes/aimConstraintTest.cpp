@@ -32,16 +32,14 @@ TEST(AimConstraint, PointsAndTurnsInTheWorld) {
         ASSERT_TRUE(near(sideOf(transformVector(world, up), direction), sideOf(ups[upType], direction), 5e-3f));
         // The offset acts inside, in order xyz whatever the rotate order.
         const vec3 offset = random.angles();
-        ASSERT_TRUE(near(eulerMatrix(solve(offset), order), worldMatrix(eulerMatrix(solve(kZero), order), eulerMatrix(offset, 0))));
+        ASSERT_TRUE(near(eulerMatrix(solve(offset), order),
+                         worldMatrix(eulerMatrix(solve(kZero), order), eulerMatrix(offset, 0))));
     }
 }
 
 // Targets around the node in the plane of x and y, aimed at by x, with z up: turns about z, degrees.
 TEST(AimConstraint, WeighsItsTargets) {
-    const struct {
-        TargetList<float> weights, angles;
-        float expected;
-    } rows[] = {
+    const std::tuple<TargetList<float>, TargetList<float>, float> rows[] = {
         {{}, {}, 1},
         {{0.5f, -0.5f}, {20, 40}, 1},
         {{0.6f, -0.5f}, {20, 40}, 20},
@@ -53,12 +51,12 @@ TEST(AimConstraint, WeighsItsTargets) {
                              TargetList<mat4>(weights.size(), kIdentity), targets,
                              TargetList<vec3>(weights.size(), kZero), upType, upMatrix, up, kX, up);
     };
-    for (const auto& row : rows) {
+    for (const auto& [weights, angles, expected] : rows) {
         TargetList<vec3> targets;
-        for (const float angle : row.angles) {
+        for (const float angle : angles) {
             targets.push_back(turned(kZ, angle) * vec4(3, 0, 0, 1));
         }
-        EXPECT_TRUE(near(aimed(row.weights, targets, 3, kIdentity, kZ), kZ * row.expected * kDegree));
+        EXPECT_TRUE(near(aimed(weights, targets, 3, kIdentity, kZ), kZ * expected * kDegree));
     }
     EXPECT_EQ(errorOf([&] { aimed({1}, {}, 3, kIdentity, kZ); }), "targetsA has 0 entries, aimConstraint needs 1");
 
@@ -96,9 +94,9 @@ TEST(TangentConstraint, FollowsTheTangentAtTheClosestPoint) {
         const mat3 toParent = glm::transpose(glm::inverse(mat3(parentInverse)));
         const vec3 up = random.vector(), place = worldPoint(curve, random.uniform(0.2f, 3.8f));
         const int order = random.order();
-        const mat4 turn = eulerMatrix(tangentConstraint(parentInverse, order, transformPoint(parentInverse, place), curve,
-                                                   {0, 2, 0}, kZ, 3, kIdentity, up),
-                                 order);
+        const mat4 turn = eulerMatrix(tangentConstraint(parentInverse, order, transformPoint(parentInverse, place),
+                                                        curve, {0, 2, 0}, kZ, 3, kIdentity, up),
+                                      order);
         const vec3 tangent = glm::normalize(toParent * curve.dPdU(getClosetPointOnCurve(curve, place)));
         ASSERT_TRUE(near(vec3(turn[1]), tangent, 1e-3f));
         ASSERT_TRUE(near(sideOf(vec3(turn[2]), tangent), sideOf(toParent * up, tangent), 5e-3f));

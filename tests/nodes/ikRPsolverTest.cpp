@@ -75,12 +75,7 @@ TEST(RotatePlane, EndsOnTheHandleOrItsLine) {
 // Where the elbow goes while the end stays on the handle: nothing but the pole and the twist turns the chain.
 TEST(RotatePlane, TurnsTwoBonesToThePoleAndByTheTwist) {
     const float half = std::sqrt(0.5f);
-    const struct {
-        const char* what;
-        vec3 pole;
-        float twist;
-        vec3 elbow;
-    } rows[] = {
+    const std::tuple<const char*, vec3, float, vec3> rows[] = {
         {"no pole", kZero, 0, kX},
         {"a pole too short", {0, 0, 0.003f}, 0, kX},
         {"a pole on the elbow's side", {1, -1, 0}, 0, kX},
@@ -92,11 +87,11 @@ TEST(RotatePlane, TurnsTwoBonesToThePoleAndByTheTwist) {
         {"a negative twist is ignored", kZero, -90, kX},
     };
     Chain chain;
-    for (const auto& row : rows) {
-        chain.pole = row.pole;
-        chain.twist = row.twist * kDegree;
-        EXPECT_TRUE(near(chain.place(1, chain.solve()), row.elbow)) << row.what;
-        EXPECT_TRUE(near(chain.endPlace(chain.solve()), {1, 1, 0})) << row.what;
+    for (const auto& [what, pole, twist, elbow] : rows) {
+        chain.pole = pole;
+        chain.twist = twist * kDegree;
+        EXPECT_TRUE(near(chain.place(1, chain.solve()), elbow)) << what;
+        EXPECT_TRUE(near(chain.endPlace(chain.solve()), {1, 1, 0})) << what;
     }
     // Stretched straight, the elbow is the side that it bent to before, (1, -1, 0): the root turns it to the pole.
     chain.handle = {3, 3, 0};
@@ -125,14 +120,11 @@ TEST(RotatePlane, TurnsOneBoneToThePoleAndByTheTwist) {
         return ikRPsolver1Bone(kIdentity, bone * 2.0f, bone, pole, twist * kDegree, kIdentity, kZero, kZero, kZero, 0,
                                kOne, kOne, false);
     };
-    const struct {
-        vec3 pole;
-        float twist, x;
-    } rows[] = {{kZero, 0, 0},       {kZero, -30, -30},   {kZero, 5e-4f, 5e-4f}, // unlike in two bones, any twist acts
-                {{0, 0, 3}, 0, 0},   {{0, 3, 0}, 0, -90}, {{9, 0, -3}, 0, 180},
-                {{0, -3, 0}, 0, 90}, {{0, 3, 0}, 30, -60}};
-    for (const auto& row : rows) {
-        EXPECT_NEAR(std::remainder(solve(kX, row.pole, row.twist).x / kDegree - row.x, 360.0f), 0, 1e-4f) << row.x;
+    const std::tuple<vec3, float, float> rows[] = {
+        {kZero, 0, 0},     {kZero, -30, -30},   {kZero, 5e-4f, 5e-4f}, // unlike in two bones, any twist acts
+        {{0, 0, 3}, 0, 0}, {{0, 3, 0}, 0, -90}, {{9, 0, -3}, 0, 180},  {{0, -3, 0}, 0, 90}, {{0, 3, 0}, 30, -60}};
+    for (const auto& [pole, twist, x] : rows) {
+        EXPECT_NEAR(std::remainder(solve(kX, pole, twist).x / kDegree - x, 360.0f), 0, 1e-4f) << x;
     }
     // The axis of the bone's smallest component goes to the pole's normal.
     const std::pair<vec3, vec3> references[] = {

@@ -27,12 +27,7 @@ TEST(ClosestPointOnCurve, IsExactOnDegreeOne) {
 }
 
 TEST(ClosestPointOnCurve, SearchesByNewton) {
-    const struct {
-        const char* what;
-        Curve curve;
-        vec3 point;
-        float parameter, tolerance;
-    } rows[] = {
+    const std::tuple<const char*, Curve, vec3, float, float> rows[] = {
         {"inside", straight(), {1.2f, 5, 0}, 0.4f, 1e-5f},
         {"the result lags behind the last step", straight(), {3 * (0.25f + 4e-6f), 0, 0}, 0.25f, 1e-9f},
         {"beyond the end", straight(), {9, 1, 0}, 1, 1e-4f},
@@ -41,8 +36,8 @@ TEST(ClosestPointOnCurve, SearchesByNewton) {
         {"a step below 0 ends at 0", straight(-1, 1), {0.75f, 0, 0}, 0, 1e-9f},
         {"no speed", clamped(2, {kOne, kOne, kOne}), kZero, 0, 1e-9f},
     };
-    for (const auto& row : rows) {
-        EXPECT_NEAR(getClosetPointOnCurve(row.curve, row.point), row.parameter, row.tolerance) << row.what;
+    for (const auto& [what, curve, point, parameter, tolerance] : rows) {
+        EXPECT_NEAR(getClosetPointOnCurve(curve, point), parameter, tolerance) << what;
     }
     // Two arms, the point on the far one: three spans are sampled up to parameter 1 only, four at each knot.
     std::vector<vec3> arms{kZero, {0, 6, 0}, {0.5f, 12, 0}, {1, 6, 0}, kX};
@@ -50,12 +45,11 @@ TEST(ClosestPointOnCurve, SearchesByNewton) {
     arms.push_back({1, -6, 0});
     EXPECT_GT(getClosetPointOnCurve(clamped(2, arms), {1, 3, 0}), 2);
     // A periodic cubic around an octagon: by symmetry the closest points lie in the directions of knots and middles.
-    std::vector<vec3> cv;
-    for (int i = 0; i < 11; ++i) {
-        cv.emplace_back(turned(kZ, static_cast<float>(i) * 45) * vec4(kX, 1));
+    Curve ring(3, kFormPeriodic, {}, {-2, -1, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10}, kIdentity);
+    for (const float knot : ring.knots) {
+        ring.cv.emplace_back(turned(kZ, knot * 45) * vec4(kX, 1));
     }
-    const Curve ring(3, kFormPeriodic, cv, {-2, -1, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10}, kIdentity);
-    for (float u = 0; u < 5.5f; u += 0.5f) {
+    for (const float u : {0.0f, 0.5f, 1.0f, 1.5f, 2.0f, 2.5f, 3.0f, 3.5f, 4.0f, 4.5f, 5.0f}) {
         EXPECT_NEAR(getClosetPointOnCurve(ring, worldPoint(ring, u) * 3.0f), u, 1e-3f);
     }
 }
@@ -69,29 +63,19 @@ TEST(NearestPointOnCurve, GivesTheControlPointAtTheTruncatedParameter) {
 }
 
 TEST(IntersectRay, GivesFractionsOfTheSegment) {
-    const struct {
-        vec3 from, to;
-        float radius, first, second;
-    } rows[] = {{{-1, 1, 0}, {1, 1, 0}, std::sqrt(2.0f), 0, 1},
-                {{-1, 1, 0}, {1, 1, 0}, 1, 0.5f, 0.5f}, // tangent
-                {{2, 0, 0}, {4, 0, 0}, 1, -1.5f, -0.5f}};
-    for (const auto& row : rows) {
-        const RaySphereHit hit = intersectRay(row.from + kOne, row.to + kOne, kOne, row.radius);
-        EXPECT_TRUE(hit.hit && near({hit.first, hit.second, 0}, {row.first, row.second, 0}, 1e-3f));
-    }
-    const RaySphereHit miss = intersectRay({-1, 1, 0}, {1, 1, 0}, kZero, 0.9f);
+    const auto at = [](float x, float y, float radius) { // a segment of length 2 along x
+        return intersectRay(vec3(x, y, 0) + kOne, vec3(x + 2, y, 0) + kOne, kOne, radius);
+    };
+    const RaySphereHit through = at(2, 0, 1), tangent = at(-1, 1, 1), miss = at(-1, 1, 0.9f);
+    EXPECT_TRUE(through.hit && near({through.first, through.second, 0}, {-1.5f, -0.5f, 0}));
+    EXPECT_TRUE(tangent.hit && near({tangent.first, tangent.second, 0}, {0.5f, 0.5f, 0}));
     EXPECT_TRUE(!miss.hit && std::isnan(miss.first) && std::isnan(miss.second));
 }
 
 TEST(IntersectCurveSphere, FindsWhereTheCurveLeaves) {
     const Curve zigzag(1, kFormOpen, {kZero, {10, 0, 0}, {10, 1, 0}, {0, 1, 0}}, {0, 1, 2, 4}, kIdentity);
     const Curve unit = clamped(1, {kZero, kX});
-    const struct {
-        const char* what;
-        Curve curve;
-        vec3 center;
-        float radius, parameter;
-    } rows[] = {
+    const std::tuple<const char*, Curve, vec3, float, float> rows[] = {
         {"the last crossing", zigzag, {5, 1, 0}, 2, 3.4f},
         {"no crossing", zigzag, {5, 50, 0}, 2, 4},
         {"a crossing at 0 reads as none", unit, {2, 0, 0}, 2, 1},
@@ -102,8 +86,9 @@ TEST(IntersectCurveSphere, FindsWhereTheCurveLeaves) {
         {"nowhere inside", straight(), {1, 5, 0}, 1, 1.0f / 3},
         {"closest at the end", straight(), {4, 0, 0}, 2, 1},
     };
-    for (const auto& row : rows) {
-        EXPECT_NEAR(intersectCurveSphere(row.curve, row.center, row.radius), row.parameter, 2e-5f) << row.what;
+    for (const auto& [what, curve, center, radius, parameter] : rows) {
+        EXPECT_NEAR(intersectCurveSphere(curve, center, radius), parameter, 2e-5f) << what;
+        EXPECT_NEAR(intersectCurveSphere(curve, closestSamples(curve), center, radius), parameter, 2e-5f) << what;
     }
 }
 
@@ -112,13 +97,7 @@ TEST(MotionPath, WalksByParameterOrByLength) {
     const auto cubed = [](float length, float start = 0) {
         return clamped(3, {kZero, kZero, kZero, kX * length}, start, start + 1);
     };
-    const struct {
-        const char* what;
-        Curve curve;
-        float value;
-        bool fraction;
-        float x, tolerance;
-    } rows[] = {
+    const std::tuple<const char*, Curve, float, bool, float, float> rows[] = {
         {"parameter", cubed(1), 0.5f, false, 0.125f, 1e-6f},
         {"length", cubed(1), 0.5f, true, 0.5f, 1e-4f},
         {"length on another domain", cubed(8, 4), 0.25f, true, 2, 1e-3f},
@@ -128,8 +107,8 @@ TEST(MotionPath, WalksByParameterOrByLength) {
         {"the next float of a length is further away than the tolerance", cubed(1e5f), 0.3f, true, 3e4f, 10},
         {"no length", clamped(2, {kZero, kZero, kZero}, 3, 4), 0.7f, true, 0, 1e-9f},
     };
-    for (const auto& row : rows) {
-        EXPECT_NEAR(motionPath(row.curve, row.value, row.fraction).x, row.x, row.tolerance) << row.what;
+    for (const auto& [what, curve, value, fraction, x, tolerance] : rows) {
+        EXPECT_NEAR(motionPath(curve, value, fraction).x, x, tolerance) << what;
     }
     EXPECT_EQ(errorOf([] { motionPath(Curve(), 0, true); }).substr(0, 5), "curve");
 }

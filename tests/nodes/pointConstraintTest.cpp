@@ -14,10 +14,7 @@ TEST(VectorConstraints, WeighTheirTargets) {
     const vec3 rest(9.0f), offset(0, 0, 5), factor(1, 1, 3);
     const TargetList<mat4> parents(2, kIdentity);
     const TargetList<vec3> points{kX, {0, 2, 0}}, scales{{2, 1, 1}, {1, 4, 1}}, zeros(2, kZero), ones(2, kOne);
-    const struct {
-        TargetList<float> weights;
-        vec3 point, scale, follow;
-    } rows[] = {
+    const std::tuple<TargetList<float>, vec3, vec3, vec3> rows[] = {
         {{}, rest, rest, rest},
         {{0, 0}, rest, rest, rest},
         {{0.6f, -0.7f}, rest, rest, rest},

@@ -25,12 +25,8 @@ inline testing::AssertionResult near(vec3 actual, vec3 expected, float tolerance
 }
 /// Linear parts alone.
 inline testing::AssertionResult near(const mat4& actual, const mat4& expected, float tolerance = 1e-3f) {
-    for (int row = 0; row < 2; ++row) {
-        if (!near(vec3(actual[row]), vec3(expected[row]), tolerance)) {
-            return near(vec3(actual[row]), vec3(expected[row]), tolerance) << " in row " << row;
-        }
-    }
-    return near(vec3(actual[2]), vec3(expected[2]), tolerance);
+    const mat3 d = mat3(actual) - mat3(expected);
+    return near({glm::length(d[0]), glm::length(d[1]), glm::length(d[2])}, kZero, tolerance);
 }
 inline bool hasNaN(vec3 v) {
     return std::isnan(v.x + v.y + v.z);
@@ -64,12 +60,13 @@ inline std::string errorOf(const std::function<void()>& run) {
 
 /// A clamped curve with even knots; without a domain, a span is 1 long.
 inline Curve clamped(unsigned degree, std::vector<vec3> cv, float start = 0, float end = -1, mat4 matrix = kIdentity) {
-    const auto spans = static_cast<float>(cv.size() - degree);
+    const std::size_t spans = cv.size() - degree;
+    const float width = end == -1 ? 1 : (end - start) / static_cast<float>(spans);
     std::vector<float> knots(degree, start);
-    for (float i = 1; i < spans; ++i) {
-        knots.push_back(start + (end == -1 ? i : (end - start) * i / spans));
+    for (std::size_t i = 1; i <= spans; ++i) {
+        knots.push_back(start + width * static_cast<float>(i));
     }
-    knots.insert(knots.end(), degree, end == -1 ? start + spans : end);
+    knots.insert(knots.end(), degree - 1, knots.back());
     return Curve(degree, kFormOpen, std::move(cv), std::move(knots), matrix);
 }
 
