@@ -1,0 +1,372 @@
+// Whole-shape deformers on 100,000 points, and the check's walk over as many, each beside its yardstick:
+//   skinMesh        at most 1.3 times skinPalette
+//   blendShapeMesh  at most 1.5 times blendScaledAdds, of whole shapes and of deltas
+//   ffdMesh         at most a third of ffdPlainLoop
+//   pointLoop       at most a third of pointLoopInitializerLists
+
+#include "zent/Compare.h"
+#include "zent/nodes/blendShape.h"
+#include "zent/nodes/ffd.h"
+#include "zent/nodes/skin.h"
+#include "zent/Port.h"
+#include "zent/proxies/SkinCluster.h"
+#include "zent/resource.h"
+#include "zent/Run.h"
+
+#include "tools/ResourceWriter.h"
+
+#include <benchmark/benchmark.h>
+
+#include <filesystem>
+
+namespace {
+
+using namespace zent;
+
+constexpr unsigned kPoints = 100000;
+constexpr unsigned kInfluences = 60;
+constexpr unsigned kInfluencesPerPoint = 4;
+constexpr unsigned kTargets = 10;
+
+Mesh cloud(float phase) {
+    std::vector<vec3> points;
+    for (unsigned i = 0; i < kPoints; ++i) {
+        const float t = static_cast<float>(i) + phase;
+        points.emplace_back(std::sin(0.37f * t), std::sin(0.11f * t), std::sin(0.23f * t));
+    }
+    return Mesh(std::move(points), mat4(1.0f));
+}
+
+// ---- skin ----------------------------------------------------------------------------------------------------------
+
+struct Rig {
+    Mesh mesh = cloud(0.0f);
+    std::vector<mat4> matrix;
+    std::vector<mat4> bindPreMatrix;
+    SkinWeights weights;
+
+    Rig() {
+        for (unsigned i = 0; i < kInfluences; ++i) {
+            const float t = static_cast<float>(i);
+            mat4 m = glm::mat4_cast(glm::angleAxis(0.1f * t, glm::normalize(vec3(1.0f, t, 2.0f))));
+            m[3] = vec4(t, -t, 0.5f * t, 1.0f);
+            bindPreMatrix.push_back(glm::inverse(m));
+            m[3] += vec4(1.0f, 0.0f, 0.0f, 0.0f);
+            matrix.push_back(m);
+        }
+        for (unsigned i = 0; i < kPoints; ++i) {
+            for (unsigned k = 0; k < kInfluencesPerPoint; ++k) {
+                weights.emplace_back(i, (i / 97 + 7 * k) % kInfluences, 0.1f * static_cast<float>(k + 1));
+            }
+        }
+    }
+};
+
+const Rig& rig() {
+    static const Rig instance;
+    return instance;
+}
+
+void skinPalette(benchmark::State& state) {
+    struct PackedPoint {
+        std::uint16_t influence[kInfluencesPerPoint];
+        float weight[kInfluencesPerPoint];
+    };
+    std::vector<PackedPoint> packed(kPoints);
+    for (std::size_t k = 0; k < rig().weights.size(); ++k) {
+        const auto& [point, influence, weight] = rig().weights[k];
+        packed[point].influence[k % kInfluencesPerPoint] = static_cast<std::uint16_t>(influence);
+        packed[point].weight[k % kInfluencesPerPoint] = weight;
+    }
+    for (auto _ : state) {
+        std::vector<mat4> palette(kInfluences);
+        for (unsigned i = 0; i < kInfluences; ++i) {
+            palette[i] = rig().matrix[i] * rig().bindPreMatrix[i];
+        }
+        Mesh result(kPoints);
+        for (unsigned i = 0; i < kPoints; ++i) {
+            const PackedPoint& point = packed[i];
+            const vec3 p = rig().mesh.points[i];
+            vec4 sum(0.0f);
+            for (unsigned k = 0; k < kInfluencesPerPoint; ++k) {
+                const mat4& m = palette[point.influence[k]];
+                sum += point.weight[k] * (m[0] * p.x + m[1] * p.y + m[2] * p.z + m[3]);
+            }
+            result.points[i] = vec3(sum);
+        }
+        benchmark::DoNotOptimize(result.points.data());
+        benchmark::ClobberMemory();
+    }
+}
+BENCHMARK(skinPalette)->Unit(benchmark::kMicrosecond);
+
+void skinWholeMesh(benchmark::State& state) {
+    SkinWeights weights = rig().weights;
+    const auto order = state.range(0);
+    if (order == 1) { // influence by influence
+        std::stable_sort(weights.begin(), weights.end(),
+                         [](const auto& a, const auto& b) { return std::get<1>(a) < std::get<1>(b); });
+    }
+    for (auto _ : state) {
+        const Mesh result = skinMesh(1.0f, rig().mesh, mat4(1.0f), rig().matrix, rig().bindPreMatrix, weights);
+        benchmark::DoNotOptimize(result.points.data());
+        benchmark::ClobberMemory();
+    }
+}
+BENCHMARK(skinWholeMesh)->Unit(benchmark::kMicrosecond)->ArgName("byInfluence")->Arg(0)->Arg(1);
+
+// ---- blend shape ---------------------------------------------------------------------------------------------------
+
+struct Targets {
+    Mesh base = cloud(0.0f);
+    std::vector<Mesh> shapes;
+    std::vector<DeltaList> deltas;
+    WeightMap weights;
+
+    Targets() {
+        for (unsigned t = 0; t < kTargets; ++t) {
+            shapes.push_back(cloud(static_cast<float>(t + 1)));
+            DeltaList list;
+            for (unsigned i = 0; i < kPoints; ++i) {
+                list.emplace_back(i, shapes[t].points[i] - base.points[i]);
+            }
+            deltas.push_back(std::move(list));
+            weights[t] = 0.1f + 0.05f * static_cast<float>(t);
+        }
+    }
+};
+
+const Targets& targets() {
+    static const Targets instance;
+    return instance;
+}
+
+void blendScaledAdds(benchmark::State& state) {
+    for (auto _ : state) {
+        Mesh result = targets().base;
+        for (unsigned t = 0; t < kTargets; ++t) {
+            const float a = targets().weights.at(t);
+            const float* x = &targets().shapes[t].points[0].x;
+            float* y = &result.points[0].x;
+            for (unsigned i = 0; i < 3 * kPoints; ++i) {
+                y[i] += a * x[i];
+            }
+        }
+        benchmark::DoNotOptimize(result.points.data());
+        benchmark::ClobberMemory();
+    }
+}
+BENCHMARK(blendScaledAdds)->Unit(benchmark::kMicrosecond);
+
+void blendWholeMesh(benchmark::State& state) {
+    TargetShapes<Mesh> shapes;
+    TargetDeltas deltas;
+    for (unsigned t = 0; t < kTargets; ++t) {
+        if (state.range(0) == 0) {
+            shapes.emplace(ItemIndex{t, 6000u}, targets().shapes[t]);
+        } else {
+            deltas.emplace(ItemIndex{t, 6000u}, targets().deltas[t]);
+        }
+    }
+    for (auto _ : state) {
+        const Mesh result = blendShapeMesh(1.0f, targets().base, targets().weights, shapes, deltas, {});
+        benchmark::DoNotOptimize(result.points.data());
+        benchmark::ClobberMemory();
+    }
+}
+BENCHMARK(blendWholeMesh)->Unit(benchmark::kMicrosecond)->ArgName("deltas")->Arg(0)->Arg(1);
+
+// ---- free-form deformer --------------------------------------------------------------------------------------------
+
+Lattice cube(unsigned n) {
+    Lattice lattice;
+    lattice.s = lattice.t = lattice.u = n;
+    for (unsigned i = 0; i < n * n * n; ++i) {
+        lattice.points.push_back(vec3(i % n, i / n % n, i / (n * n)) / static_cast<float>(n - 1) - 0.5f +
+                                 0.01f * static_cast<float>(i % 5));
+    }
+    return lattice;
+}
+
+float plainPower(float x, unsigned n) {
+    const float x2 = x * x;
+    switch (n) {
+    case 0:
+        return 1.0f;
+    case 1:
+        return x;
+    case 2:
+        return x2;
+    case 3:
+        return x2 * x;
+    default:
+        return x2 * x2 * plainPower(x, n - 4);
+    }
+}
+
+/// The Bernstein weights of one direction, each term as the formula has it.
+void plainWeights(float v, unsigned n, float* weights) {
+    for (unsigned i = 0; i < n; ++i) {
+        weights[i] = static_cast<float>(binomial(n - 1, i)) * plainPower(v, i) * plainPower(1.0f - v, n - 1 - i);
+    }
+}
+
+void ffdPlainLoop(benchmark::State& state) {
+    const Lattice lattice = cube(4);
+    Mesh mesh = cloud(0.0f);
+    for (auto _ : state) {
+        std::vector<float> s(lattice.s);
+        std::vector<float> t(lattice.t);
+        std::vector<float> u(lattice.u);
+        for (vec3& point : mesh.points) {
+            const vec3 c = point + 0.5f;
+            plainWeights(c.x, lattice.s, s.data());
+            plainWeights(c.y, lattice.t, t.data());
+            plainWeights(c.z, lattice.u, u.data());
+            vec3 sum(0.0f);
+            for (unsigned k = 0; k < lattice.u; ++k) {
+                for (unsigned j = 0; j < lattice.t; ++j) {
+                    for (unsigned i = 0; i < lattice.s; ++i) {
+                        sum += (t[j] * s[i] * u[k]) * lattice.points[i + lattice.s * (j + lattice.t * k)];
+                    }
+                }
+            }
+            point = 0.5f * glm::clamp(sum, -2.0f, 2.0f); // keeps the walk from growing without bound
+        }
+        benchmark::ClobberMemory();
+    }
+}
+BENCHMARK(ffdPlainLoop)->Unit(benchmark::kMicrosecond);
+
+void ffdWholeMesh(benchmark::State& state) {
+    const Lattice lattice = cube(static_cast<unsigned>(state.range(0)));
+    const Mesh rest = cloud(0.0f);
+    Mesh mesh = rest;
+    for (auto _ : state) {
+        mesh.points = rest.points;
+        ffdMesh(mesh, lattice, mat4(1.0f), mat4(1.0f), false, 2, 2, 2);
+        benchmark::ClobberMemory();
+    }
+}
+BENCHMARK(ffdWholeMesh)->Unit(benchmark::kMicrosecond)->ArgName("divisions")->Arg(2)->Arg(4)->Arg(7);
+
+// ---- the check's walk ----------------------------------------------------------------------------------------------
+
+json byInitializerList(vec3 point, bool named) {
+    const json value = {point.x, point.y, point.z};
+    return named ? json{{{"name", "outputGeometry[0]"}, {"value", value}, {"type", "Vertex"}}}
+                 : json{{{"value", value}, {"type", "Vertex"}}};
+}
+
+bool equalByValue(json a, json b, std::string type, float epsilon) {
+    return type == "Vertex" && check(vec3(a[0].get<float>(), a[1].get<float>(), a[2].get<float>()),
+                                     vec3(b[0].get<float>(), b[1].get<float>(), b[2].get<float>()), epsilon);
+}
+
+bool equalByValue(json a, json b, float epsilon) {
+    const std::string type = a["type"];
+    return a["type"] == b["type"] && equalByValue(a["value"], b["value"], type, epsilon);
+}
+
+bool compareByValue(json a, json b, float epsilon) {
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        if (!equalByValue(a[i], b[i], epsilon)) {
+            return false;
+        }
+    }
+    return a.size() == b.size();
+}
+
+void pointLoopInitializerLists(benchmark::State& state) {
+    for (auto _ : state) {
+        bool equal = true;
+        for (const vec3& point : rig().mesh.points) {
+            const json maya = byInitializerList(point, true);
+            const json zent = byInitializerList(point, false);
+            equal = equal && compareByValue(maya, zent, 0.001f);
+        }
+        benchmark::DoNotOptimize(equal);
+    }
+    state.SetItemsProcessed(state.iterations() * kPoints);
+}
+BENCHMARK(pointLoopInitializerLists)->Unit(benchmark::kMillisecond);
+
+json entry(unsigned attribute, json value) {
+    return {{"attribute", attribute}, {"value", std::move(value)}};
+}
+
+json numbers(const mat4& m) {
+    json list = json::array();
+    for (int i = 0; i < 16; ++i) {
+        list.push_back(m[i / 4][i % 4]);
+    }
+    return list;
+}
+
+/// A skinMesh record that matches; loads its resource file.
+const json& skinRecord() {
+    static const json record = [] {
+        const std::string path = (std::filesystem::temp_directory_path() / "zent_bench_deformers.bin").string();
+        ResourceWriter writer;
+        writer.add(skinMesh(1.0f, rig().mesh, mat4(1.0f), rig().matrix, rig().bindPreMatrix, rig().weights));
+        writer.add(rig().mesh);
+        writer.add(rig().weights);
+        writer.write(path);
+        Element::storage().load(path);
+        std::filesystem::remove(path);
+        json arguments = {entry(0, 1.0), entry(1, {{"id", 1}}), entry(2, numbers(mat4(1.0f)))};
+        for (unsigned i = 0; i < kInfluences; ++i) {
+            arguments.push_back(entry(3, numbers(rig().matrix[i])));
+            arguments.push_back(entry(4, numbers(rig().bindPreMatrix[i])));
+        }
+        arguments.push_back(entry(5, {{"id", 2}}));
+        return json{{"node_name", "skin"},
+                    {"method", "skinMesh"},
+                    {"results", {entry(0, {{"id", 0}})}},
+                    {"arguments", std::move(arguments)}};
+    }();
+    return record;
+}
+
+/// The whole record, cutting it into points included.
+void pointLoopRecord(benchmark::State& state) {
+    Registry registry;
+    registry["skinMesh"] = std::make_unique<ProxySkinCluster<Mesh>>();
+    RunSettings settings;
+    settings.ignoreDeformer = false;
+    const Run run(registry, settings, {});
+    for (auto _ : state) {
+        if (run.checkSingle(skinRecord()) != Run::kMatch) {
+            state.SkipWithError("the record does not match");
+            break;
+        }
+    }
+    state.SetItemsProcessed(state.iterations() * kPoints);
+}
+BENCHMARK(pointLoopRecord)->Unit(benchmark::kMillisecond);
+
+/// The walk alone.
+void pointLoopWalk(benchmark::State& state) {
+    std::vector<Port> ports(1);
+    ports[0].add(Element(skinRecord()["results"][0]["value"]));
+    Arguments args;
+    for (const json& argument : skinRecord()["arguments"]) {
+        args.add(argument["attribute"], Element(json(argument["value"])));
+    }
+    ProxySkinCluster<Mesh> proxy;
+    proxy.init(args, ports);
+    for (auto _ : state) {
+        state.PauseTiming();
+        proxy.init(args, ports);
+        state.ResumeTiming();
+        for (; !proxy.isDone(); proxy.next()) {
+            const json maya = proxy.mayaResult(ports);
+            const json zent = proxy.zentResult(args);
+            benchmark::DoNotOptimize(compare(maya, zent, 0.001f));
+        }
+    }
+    state.SetItemsProcessed(state.iterations() * kPoints);
+}
+BENCHMARK(pointLoopWalk)->Unit(benchmark::kMillisecond);
+
+} // namespace
