@@ -2,7 +2,8 @@
 add_library(zent_options INTERFACE)
 target_compile_options(zent_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Werror
-    -Wfloat-conversion -Wdouble-promotion  # single or double precision is behaviour here, never an accident
+    -Wfloat-conversion                     # single or double precision is behaviour here, never an accident
+    $<$<CXX_COMPILER_ID:GNU>:-Wdouble-promotion> # clang means explicit declarations, too
     -ffp-contract=off                      # the same results on processors with and without fused multiply-add
     # GCC's flow analysis takes a moved small_vector for an access beyond its inline room, or to nothing.
     $<$<CXX_COMPILER_ID:GNU>:-Wno-array-bounds;-Wno-maybe-uninitialized;-Wno-stringop-overread;-Wno-stringop-overflow>
@@ -12,5 +13,8 @@ if(ZENT_SANITIZE)
                                                   -fno-omit-frame-pointer)
     target_link_options(zent_options INTERFACE -fsanitize=address,undefined)
     target_compile_definitions(zent_options INTERFACE _GLIBCXX_ASSERTIONS)
+endif()
+if(ZENT_BUILD_FUZZERS)
+    target_compile_options(zent_options INTERFACE -fsanitize=fuzzer-no-link) # coverage, which guides them
 endif()
 target_compile_definitions(zent_options INTERFACE $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
