@@ -122,7 +122,7 @@ private:
     }
 };
 
-/// The angles of a frame with Z along n and X along the part of cross(side, n).
+/// The angles of the frame with X along cross(side, n) and Z along n; neither is normalised again.
 vec3 frameAngles(vec3 side, vec3 n) {
     const vec3 x = glm::cross(side, n);
     const vec3 y = glm::cross(n, x);

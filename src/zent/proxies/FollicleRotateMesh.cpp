@@ -102,7 +102,7 @@ json meshFragment(const MDagPath& path, const std::set<int>& faces, const MStrin
         polygon.getVertices(corners);
         fragment["polyCounts"].push_back(corners.length());
         for (unsigned int i = 0; i < corners.length(); ++i) {
-            int uv = 0;
+            int uv = -1; // stays so on a face without UVs
             polygon.getUVIndex(static_cast<int>(i), uv, &uvSet);
             fragment["polyConnection"].push_back(points(corners[i]));
             fragment["uvIds"].push_back(uvs(uv));
