@@ -24,7 +24,9 @@ protected:
         std::string name = proxy->name();
         registry[name] = std::move(proxy);
     }
-    bool check(const std::string& manifest) { return zent::Run(registry, settings, display()).check(json::parse(manifest)); }
+    bool check(const std::string& manifest) {
+        return zent::Run(registry, settings, display()).check(json::parse(manifest));
+    }
 
     Display display() {
         return {nullptr, [this](const std::string& line) { warnings.push_back(line); }, nullptr};
