@@ -4,6 +4,7 @@
 
 #include <maya/MTypes.h>
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -26,9 +27,8 @@ struct OPENMAYA_EXPORT Node : Object {
     Slot* attribute(std::string_view attributeName) const;
 
 private:
-    void indexAttribute(Slot& slot) const;
-
-    mutable std::unordered_map<std::string_view, Slot*> index_; // made at the first look-up
+    using Index = std::unordered_map<std::string_view, Slot*>;
+    mutable std::unique_ptr<Index> index_; // made at the first look-up, for more than a few
 };
 
 } // namespace scene

@@ -17,6 +17,22 @@ bool isName(std::string_view name) {
     return !name.empty() && name.find_first_of("|.[] \t\n") == std::string_view::npos;
 }
 
+/// A bare name, or a full path of names.
+bool isPath(std::string_view path) {
+    if (path.empty() || path.front() != '|') {
+        return isName(path);
+    }
+    while (!path.empty() && path.front() == '|') {
+        path.remove_prefix(1);
+        const std::size_t end = std::min(path.find('|'), path.size());
+        if (!isName(path.substr(0, end))) {
+            return false;
+        }
+        path.remove_prefix(end);
+    }
+    return true;
+}
+
 bool isNumeric(MFn::Type type) {
     return type >= MFn::kData2Double && type <= MFn::kData3Float;
 }
@@ -59,34 +75,34 @@ bool areAlike(const Slot& a, const Slot& b) {
 } // namespace
 
 Scene& Scene::current() {
-    static Scene scene;
+    static auto& scene = *new Scene; // it goes with the process: taking a large scene down piece by piece takes time
     return scene;
 }
 
 Node& Scene::nodeAt(const std::string& path) {
-    if (const auto found = nodesByPath_.find(path); found != nodesByPath_.end()) {
-        return *found->second;
+    const auto [place, isNew] = nodesByPath_.try_emplace(path, nullptr);
+    Node*& node = place->second;
+    if (!isNew) {
+        return *node;
     }
     const std::size_t bar = path.rfind('|');
     const bool isDag = bar != std::string::npos;
-    Node node;
-    node.name = isDag ? path.substr(bar + 1) : path;
-    if (!isName(node.name) || (isDag && path.front() != '|')) {
-        fail("\"" + path + "\" is neither a node's name nor a full path");
+    node = &nodes_.add();
+    node->name = isDag ? path.substr(bar + 1) : path;
+    node->type = isDag ? MFn::kDagNode : MFn::kDependencyNode;
+    node->isImplied = true;
+    if (isDag && bar > 0) {
+        node->parent = &nodeAt(path.substr(0, bar)); // whose filing leaves the reference `node` where it is
+        node->parent->children.push_back(node);
     }
-    node.type = isDag ? MFn::kDagNode : MFn::kDependencyNode;
-    node.isImplied = true;
-    node.parent = isDag && bar > 0 ? &nodeAt(path.substr(0, bar)) : nullptr;
-    Node& added = nodes_.emplace_back(std::move(node));
-    if (added.parent != nullptr) {
-        added.parent->children.push_back(&added);
-    }
-    nodesByPath_.emplace(path, &added);
-    names_.add(added);
-    return added;
+    names_.add(*node);
+    return *node;
 }
 
 Node& Scene::addNode(const std::string& path) {
+    if (!isPath(path)) {
+        fail("\"" + path + "\" is neither a node's name nor a full path");
+    }
     Node& node = nodeAt(path);
     if (!node.isImplied) {
         fail("there are two nodes " + path);
@@ -96,11 +112,16 @@ Node& Scene::addNode(const std::string& path) {
 }
 
 Node* Scene::findNode(std::string_view name) const {
+    if (!name.empty() && name.front() == '|') {
+        if (const auto found = nodesByPath_.find(std::string(name)); found != nodesByPath_.end()) {
+            return found->second;
+        }
+    }
     return names_.find(name);
 }
 
 Slot& Scene::newSlot(Node& node, Slot* parent, std::string name) {
-    Slot& slot = slots_.emplace_back();
+    Slot& slot = slots_.add();
     slot.type = MFn::kNumericAttribute;
     slot.node = &node;
     slot.parent = parent;

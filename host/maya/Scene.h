@@ -1,11 +1,11 @@
 #pragma once
 
+#include "Arena.h"
 #include "NameIndex.h"
 #include "Node.h"
 
 #include <maya/MTypes.h>
 
-#include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -50,8 +50,8 @@ private:
     Slot& newElement(Slot& multi, unsigned int index);
     void copyShape(const Slot& from, Slot& to);
 
-    std::deque<Node> nodes_;
-    std::deque<Slot> slots_;
+    Arena<Node> nodes_;
+    Arena<Slot> slots_;
     std::vector<const Slot*> destinations_;
     std::unordered_map<std::string, Node*> nodesByPath_;
     NameIndex names_;

@@ -25,20 +25,32 @@ std::vector<char> readFile(const std::string& path) {
     return bytes;
 }
 
-void readNodes(const Json& nodes, GeometryReader& geometry, Scene& scene) {
-    if (!nodes.is_object()) {
-        throw std::runtime_error("\"nodes\" should be an object of nodes by their names");
+void readNode(const std::string& path, const Json& attributes, GeometryReader& geometry, Scene& scene) {
+    Node& node = scene.addNode(path);
+    requireDistinctNames(attributes, path);
+    for (const auto& [name, value] : members(attributes)) {
+        readAttribute(scene, geometry, scene.addAttribute(node, name), value);
     }
-    for (const auto& [path, attributes] : members(nodes)) {
-        Node& node = scene.addNode(path);
-        if (!attributes.is_object()) {
-            throw std::runtime_error(fmt::format("{}: should be an object of attributes by their names", path));
+}
+
+/// Parses the file, and reads each node as soon as its text ends, so that no more than one is in memory. What is left
+/// over is all but the nodes.
+Json readNodes(const std::vector<char>& text, GeometryReader& geometry, Scene& scene) {
+    constexpr int kTop = 1; // the depth of the file's own keys
+    constexpr int kNode = 2;
+    bool isInNodes = false;
+    std::string path;
+    return Json::parse(text, [&](int depth, Json::parse_event_t event, Json& value) {
+        if (event == Json::parse_event_t::key && depth == kTop) {
+            isInNodes = value == "nodes";
+        } else if (event == Json::parse_event_t::key && depth == kNode && isInNodes) {
+            path = value.get_ref<const std::string&>();
+        } else if (event == Json::parse_event_t::object_end && depth == kNode && isInNodes) {
+            readNode(path, value, geometry, scene);
+            return false;
         }
-        requireDistinctNames(attributes, path);
-        for (const auto& [name, value] : members(attributes)) {
-            readAttribute(scene, geometry, scene.addAttribute(node, name), value);
-        }
-    }
+        return true;
+    });
 }
 
 void readConnections(const Json& connections, Scene& scene) {
@@ -62,20 +74,21 @@ void readConnections(const Json& connections, Scene& scene) {
     }
 }
 
-void readScene(const Json& file, GeometryReader& geometry, Scene& scene) {
+void readScene(const std::vector<char>& text, GeometryReader& geometry, Scene& scene) {
+    const Json file = readNodes(text, geometry, scene);
     if (!file.is_object()) {
         throw std::runtime_error("should be an object with \"nodes\" and \"connections\"");
     }
     for (const auto& [key, value] : members(file)) {
-        if (key == "nodes") {
-            readNodes(value, geometry, scene);
-        } else if (key != "connections") {
-            throw std::runtime_error(fmt::format("has no use for \"{}\"", key));
-        }
-    }
-    for (const auto& [key, value] : members(file)) {
         if (key == "connections") {
             readConnections(value, scene);
+        } else if (key != "nodes") {
+            throw std::runtime_error(fmt::format("has no use for \"{}\"", key));
+        } else if (!value.is_object()) {
+            throw std::runtime_error("\"nodes\" should be an object of nodes by their names");
+        } else if (!value.empty()) { // what was not read as a node
+            throw std::runtime_error(
+                fmt::format("{}: should be an object of attributes by their names", members(value).front().first));
         }
     }
 }
@@ -85,7 +98,7 @@ void readScene(const Json& file, GeometryReader& geometry, Scene& scene) {
 void readSceneFile(const std::string& path, const std::string& resource, Scene& scene) {
     try {
         GeometryReader geometry(resource);
-        readScene(Json::parse(readFile(path)), geometry, scene);
+        readScene(readFile(path), geometry, scene);
     } catch (const std::exception& error) {
         throw std::runtime_error(fmt::format("scene {}: {}", path, error.what()));
     }
