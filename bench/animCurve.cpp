@@ -28,7 +28,7 @@ struct Keys {
 void evaluate(benchmark::State& state) {
     const Keys keys(static_cast<int>(state.range(0)));
     float time = 0.0f;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         time = time < keys.times.back() - 1.0f ? time + 0.37f : 0.37f;
         benchmark::DoNotOptimize(animCurve(time, keys.times, keys.values, keys.inX, keys.inY, keys.inType, keys.outX,
                                            keys.outY, keys.outType, 0, 0, true));
@@ -38,7 +38,7 @@ void evaluate(benchmark::State& state) {
 // What the evaluation is measured against: the copies of the key lists that a call takes by value.
 void copyKeys(benchmark::State& state) {
     const Keys keys(static_cast<int>(state.range(0)));
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         Keys copy(keys);
         benchmark::DoNotOptimize(copy.times.data());
     }
@@ -48,7 +48,7 @@ void copyKeys(benchmark::State& state) {
 void cycle(benchmark::State& state) {
     const Keys keys(10);
     const float time = keys.times.back() * static_cast<float>(state.range(0)) + 1.3f;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         benchmark::DoNotOptimize(animCurve(time, keys.times, keys.values, keys.inX, keys.inY, keys.inType, keys.outX,
                                            keys.outY, keys.outType, 4, 4, true));
     }

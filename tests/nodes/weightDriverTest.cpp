@@ -69,11 +69,13 @@ TEST(WeightDriverDrivers, OnePoseFallsOffWithTheDistance) {
     } cases[] = {
         {{{turn(0, 0, 0)}, {mat4(1)}, {1}, turn(0, 0, 90)}, std::sqrt(2.0f)},
         {{{turn(0, 0, 0)}, {mat4(1)}, {1}, turn(0, 0, 90), mat4(1), vec3(0), 2}, 0}, // about the axis itself
-        {{{turn(0, 0, 0)}, {mat4(1)}, {-3}, turn(90, 0, 0)}, 0.5f * kHalfTurn},      // twist alone
+        {{{turn(90, 0, 0)}, {mat4(1)}, {-3}, turn(0, 0, 0)}, 0.5f * kHalfTurn},      // twist alone
         {{{turn(0, 0, 0)}, {mat4(1)}, {1}, turn(90, 0, 0)}, 0},                      // a mode that ignores it
         // The driver turns first, then the reader: x to x to y. The other way round it ends at z.
         {{{turn(0, 0, 90)}, {mat4(1)}, {1}, turn(90, 0, 0), turn(0, 0, 90)}, 0},
         {{{turn(90, 0, 0)}, {turn(0, 0, -90)}, {1}, turn(0, 0, 90)}, 0},
+        // The offset turns after the rest: both axes end at -y.
+        {{{turn(0, 0, 0)}, {mat4(1)}, {0}, turn(60, 0, 0), mat4(1), vec3(0, 0, kHalfTurn / 2)}, kHalfTurn / 3},
         // Twists of 110 and -90 degrees under the offset's inverse; -160 and 0 without, -70 and 90 under itself.
         {{{turn(0, 0, 0)}, {mat4(1)}, {0}, turn(200, 0, 0), mat4(1), vec3(kHalfTurn / 2, 0, 0)}, kHalfTurn * 10 / 9},
     };

@@ -30,8 +30,7 @@ float squaredLength(vec2 v) {
     return glm::dot(v, v);
 }
 
-// ---- the input
-// ---------------------------------------------------------------------------------------------------------
+// ---- the input ----------------------------------------------------------------------------------------------------
 
 void requireAscendingTimes(const svec<float, 8>& keyTime) {
     const float* time = keyTime.data();
@@ -47,8 +46,7 @@ void requireAscendingTimes(const svec<float, 8>& keyTime) {
     }
 }
 
-// ---- the infinities
-// ----------------------------------------------------------------------------------------------------
+// ---- the infinities -----------------------------------------------------------------------------------------------
 
 // One end of the curve.
 struct End {
@@ -66,19 +64,15 @@ struct CycleState {
     float offset; // what a relative cycle has gathered
 };
 
-// The landing of all periods at once, for a period too small for single steps to move the time.
+// For a period too small for single steps to move the time: all periods at once, up to the last.
 CycleState takeAllPeriods(const End& end, CycleState state, bool relative) {
     const double period = static_cast<double>(end.period);
-    const double range = std::abs(period);
-    const double time = static_cast<double>(state.time);
-    const double firstTime = static_cast<double>(end.time) + (end.isLast ? period : 0.0);
-    double inside = std::fmod(time - firstTime, range);
-    inside = inside < 0.0 ? inside + range : inside;
+    const double beyondEnd = static_cast<double>(state.time) - static_cast<double>(end.time);
+    const double rest = std::fmod(beyondEnd, period);
     if (relative) {
-        const double periods = std::round((firstTime + inside - time) / period);
-        state.offset += static_cast<float>(periods) * (end.gain[0] + end.gain[1]);
+        state.offset += static_cast<float>(std::round((rest - beyondEnd) / period)) * (end.gain[0] + end.gain[1]);
     }
-    state.time = static_cast<float>(firstTime + inside);
+    state.time = static_cast<float>(static_cast<double>(end.time) + rest);
     return state;
 }
 
@@ -123,8 +117,7 @@ std::optional<float> beyond(const End& end, int infinity, CycleState& state) {
     }
 }
 
-// ---- the segment
-// -------------------------------------------------------------------------------------------------------
+// ---- the segment --------------------------------------------------------------------------------------------------
 
 struct Segment {
     float time0, time1;
@@ -173,8 +166,7 @@ float evaluateSegment(const Segment& segment, Shape shape, float time) {
                                   : IMPL__hermit_evaluate(P0, P1, P2, P3, time);
 }
 
-// ---- the cubic
-// ---------------------------------------------------------------------------------------------------------
+// ---- the cubic ----------------------------------------------------------------------------------------------------
 
 bool isInUnitInterval(float root) {
     return root >= kRootLow && root <= kRootHigh;
