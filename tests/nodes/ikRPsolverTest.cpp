@@ -117,8 +117,9 @@ TEST(RotatePlane, TurnsTheJointsAsRotatedAtPresent) {
 
 TEST(RotatePlane, TurnsOneBoneToThePoleAndByTheTwist) {
     const auto solve = [](vec3 bone, vec3 pole, float twist) {
-        return ikRPsolver1Bone(kIdentity, bone * 2.0f, bone, pole, twist * kDegree, kIdentity, kZero, kZero, kZero, 0,
-                               kOne, kOne, false);
+        const mat4 space = moved(kOne) * turned(kOne, 70); // of the root and the handle
+        return ikRPsolver1Bone(space, bone * 2.0f, bone, pole, twist * kDegree, space, kZero, kZero, kZero, 0, kOne,
+                               kOne, false);
     };
     const std::tuple<vec3, float, float> rows[] = {
         {kZero, 0, 0},     {kZero, -30, -30},   {kZero, 5e-4f, 5e-4f}, // unlike in two bones, any twist acts

@@ -52,6 +52,11 @@ TEST(ClosestPointOnCurve, SearchesByNewton) {
     for (const float u : {0.0f, 0.5f, 1.0f, 1.5f, 2.0f, 2.5f, 3.0f, 3.5f, 4.0f, 4.5f, 5.0f}) {
         EXPECT_NEAR(getClosetPointOnCurve(ring, worldPoint(ring, u) * 3.0f), u, 1e-3f);
     }
+    for (float& knot : ring.knots) {
+        knot -= 4;
+    }
+    // Below 0 a step wraps by the domain's end, 4, not by its length: to the opposite point, where the search rests.
+    EXPECT_NEAR(getClosetPointOnCurve(ring, worldPoint(ring, -2) * 3.0f), 2, 1e-3f);
 }
 
 TEST(NearestPointOnCurve, GivesTheControlPointAtTheTruncatedParameter) {
@@ -105,7 +110,7 @@ TEST(MotionPath, WalksByParameterOrByLength) {
         {"so is one at the end", cubed(1e6f), 0.999995f, true, 999985, 3},
         {"and one outside", cubed(1), 2, true, 1, 1e-5f},
         {"the next float of a length is further away than the tolerance", cubed(1e5f), 0.3f, true, 3e4f, 10},
-        {"no length", clamped(2, {kZero, kZero, kZero}, 3, 4), 0.7f, true, 0, 1e-9f},
+        {"hardly any length", cubed(9e-6f, 3), 0.7f, true, 0, 1e-9f},
     };
     for (const auto& [what, curve, value, fraction, x, tolerance] : rows) {
         EXPECT_NEAR(motionPath(curve, value, fraction).x, x, tolerance) << what;
