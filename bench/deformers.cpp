@@ -348,7 +348,7 @@ BENCHMARK(pointLoopRecord)->Unit(benchmark::kMillisecond);
 /// The walk alone.
 void pointLoopWalk(benchmark::State& state) {
     std::vector<Port> ports(1);
-    ports[0].add(Element(skinRecord()["results"][0]["value"]));
+    ports[0].add(Element(json(skinRecord()["results"][0]["value"])));
     Arguments args;
     for (const json& argument : skinRecord()["arguments"]) {
         args.add(argument["attribute"], Element(json(argument["value"])));
