@@ -68,6 +68,7 @@ TEST(Assembly, ErrorsNameTheLine) {
         {"jump sin", "line 1: no label or built-in: sin"},
         {"a: end\na: end", "line 2: the label a stands twice"},
         {"a: jump a", "line 1: out of reach: a"},
+        {"back -2147483648", "line 1: out of reach: -2147483648"},
     };
     for (const auto& [source, text] : cases) {
         try {

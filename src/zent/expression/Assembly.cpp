@@ -6,6 +6,7 @@
 
 #include <array>
 #include <charconv>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <sstream>
@@ -219,11 +220,11 @@ private:
 
     void resolve(const Reference& reference) {
         line_ = reference.line;
-        const int behind = static_cast<int>(reference.position) + 2;
-        const int target = targetOf(reference);
-        const int operand = reference.operand == Operand::Call      ? target
-                            : reference.operand == Operand::Forward ? target - behind
-                                                                    : behind - target;
+        const auto behind = static_cast<std::int64_t>(reference.position) + 2;
+        const std::int64_t target = targetOf(reference);
+        const std::int64_t operand = reference.operand == Operand::Call      ? target
+                                     : reference.operand == Operand::Forward ? target - behind
+                                                                             : behind - target;
         if (operand < 0 || operand > 0xFFFF) {
             failLine("out of reach: " + reference.target);
         }
