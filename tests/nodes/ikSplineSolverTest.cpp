@@ -123,6 +123,10 @@ TEST(SplineIk, KeepsToItsOddities) {
     single.twistControl = true;
     single.upType = 6;
     EXPECT_TRUE(near(single.places()[1], {4, 0, 0}));
+    // The root stands at parameter 0, here the middle of the domain.
+    Spline middle({kX});
+    middle.curve = clamped(1, {kZero, {10, 0, 0}}, -1, 1);
+    EXPECT_TRUE(near(middle.solve().rootTranslate, {5, 0, 0}));
     // The root's frame comes out scaled by 4, so that the second joint stands at x = 4, at the corner, with a bone
     // of 4.
     Spline twice({kX, kX});

@@ -111,6 +111,7 @@ TEST(MotionPath, WalksByParameterOrByLength) {
         {"and one outside", cubed(1), 2, true, 1, 1e-5f},
         {"the next float of a length is further away than the tolerance", cubed(1e5f), 0.3f, true, 3e4f, 10},
         {"hardly any length", cubed(9e-6f, 3), 0.7f, true, 0, 1e-9f},
+        {"that is parameter 0, here the domain's end", cubed(9e-6f, -1), 0.3f, true, 9e-6f, 1e-9f},
     };
     for (const auto& [what, curve, value, fraction, x, tolerance] : rows) {
         EXPECT_NEAR(motionPath(curve, value, fraction).x, x, tolerance) << what;

@@ -153,6 +153,7 @@ SplineChain ikSplineSolver(Curve const& curve, bool rootTwist, bool twistControl
     const UpControl up(forwardAxis, upAxis, worldUpType, upVectorStart, upVectorEnd, upMatrixStart, upMatrixEnd);
     CurveWalk walk{curve};
 
+    // The root stands at parameter 0, deliberately not at the domain's start.
     SplineChain chain{{}, transformPoint(glm::inverse(rootParent), worldPoint(curve, 0.0f))};
     chain.rotates.reserve(count);
     mat4 parent = rootParent;

@@ -41,6 +41,7 @@ float parameterAtFraction(const Curve& curve, float fraction) {
         return start + fraction * (end - start);
     }
     const float total = curve.arcLength(start, end);
+    // Without length it is parameter 0, deliberately not the domain's start.
     return total <= kSearchTolerance ? 0.0f : parameterAtLength(curve, total * fraction, total);
 }
 
