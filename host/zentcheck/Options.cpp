@@ -4,6 +4,7 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <utility>
 
 namespace host {
@@ -15,7 +16,7 @@ bool isNumber(const std::string& text) {
     T number{};
     const char* end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, number);
-    return error == std::errc() && stop == end;
+    return error == std::errc() && stop == end && std::isfinite(static_cast<double>(number));
 }
 
 std::string checkBool(std::string& text) {

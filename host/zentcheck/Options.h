@@ -11,8 +11,8 @@ namespace host {
 struct Options {
     std::string manifest;
     std::string resource;
-    std::string scene;
-    std::string plugin;
+    std::optional<std::string> scene;
+    std::optional<std::string> plugin;
     std::vector<std::string> flags;        ///< the command's, as it takes them: "-verbose", "2", ...
     std::string listResources;             ///< a resource file to tell about, instead of a run
     std::string disassemble;               ///< a resource file to show a block of, instead of a run

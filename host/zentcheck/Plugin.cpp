@@ -31,7 +31,8 @@ EntryPoint entryPoint(void* handle, const char* symbol) {
 
 } // namespace
 
-Plugin::Plugin(const std::string& path) : handle_(dlopen(path.c_str(), kLoadMode)) {
+// An absolute path: a bare file name would be looked for among the system's libraries.
+Plugin::Plugin(const std::string& path) : handle_(dlopen(std::filesystem::absolute(path).c_str(), kLoadMode)) {
     if (handle_ == nullptr) {
         const char* reason = dlerror();
         throw std::runtime_error("cannot load plug-in " + path + ": " + (reason == nullptr ? "" : reason));

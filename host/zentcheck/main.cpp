@@ -21,10 +21,10 @@ namespace {
 enum Status { kMatched = 0, kMismatched = 1, kFailed = 2 };
 
 Status runCheck(const host::Options& options) {
-    if (!options.scene.empty()) {
-        scene::readSceneFile(options.scene, options.resource, scene::Scene::current());
+    if (options.scene) {
+        scene::readSceneFile(*options.scene, options.resource, scene::Scene::current());
     }
-    const host::Plugin plugin(options.plugin.empty() ? host::Plugin::defaultPath() : options.plugin);
+    const host::Plugin plugin(options.plugin ? *options.plugin : host::Plugin::defaultPath());
     const host::CommandOutcome outcome = host::runCommand("ZentCheck", options.commandWords());
     if (!outcome.problem.empty()) {
         throw std::runtime_error(outcome.problem);
