@@ -145,7 +145,7 @@ TEST(WeightDriverPoses, BadKeysAreNamed) {
     } cases[] = {{{{{3, 2}, 1}}, {}, "pose inputs[3] is 2, the input has 2"},
                  {{{{1, 0}, 1}}, {{{0, 2}, 1}}, "pose values[0] is 2, the list of poses has 2"},
                  {{{{4000000000u, 0}, 1}}, {}, "pose inputs ask for a matrix of 4000000001 by 4000000001"},
-                 {{{{1, 0}, 1}}, {{{8192, 0}, 1}}, "pose values ask for a matrix of 8193 by 8193"}};
+                 {{{{1, 0}, 1}}, {{{2048, 0}, 1}}, "pose values ask for a matrix of 2049 by 2049"}};
     for (const auto& c : cases) {
         try {
             weightDriverPoses(0, 0, {1, 2}, c.inputs, c.values);

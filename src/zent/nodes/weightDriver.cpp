@@ -23,7 +23,7 @@ float weightDriver__IMPL__twistAngle(quat q, int axis) {
 }
 
 void requireWeightDriverSize(const char* list, std::size_t rows, std::size_t columns) {
-    constexpr std::size_t kMostEntries = std::size_t{1} << 26;
+    constexpr std::size_t kMostEntries = std::size_t{1} << 22;
     if (columns != 0 && rows > kMostEntries / columns) {
         fail(std::string(list) + " ask for a matrix of " + std::to_string(rows) + " by " + std::to_string(columns) +
              " entries, more than " + std::to_string(kMostEntries));

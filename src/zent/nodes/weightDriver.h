@@ -17,7 +17,7 @@ float weightDriver__IMPL__atan2(float y, float x);
 /// The twist of a rotation about one of its axes, in radians: 1 is y, 2 is z, anything else x.
 float weightDriver__IMPL__twistAngle(quat q, int axis);
 
-/// A dense matrix of an interpolator may have 2^26 entries (256 MiB, as for 8,192 poses); more is an error that names
+/// A dense matrix of an interpolator may have 2^22 entries (16 MiB, as for 2,048 poses); more is an error that names
 /// the list that asks for it.
 void requireWeightDriverSize(const char* list, std::size_t rows, std::size_t columns);
 
