@@ -9,6 +9,8 @@ namespace scene {
 
 namespace {
 
+constexpr std::ptrdiff_t kMaxLevels = 1000; // each level keeps its whole path
+
 [[noreturn]] void fail(const std::string& text) {
     throw std::runtime_error(text);
 }
@@ -103,6 +105,9 @@ Node& Scene::addNode(const std::string& path) {
     if (!isPath(path)) {
         fail("\"" + path + "\" is neither a node's name nor a full path");
     }
+    if (std::count(path.begin(), path.end(), '|') > kMaxLevels) {
+        fail("a node lies more than " + std::to_string(kMaxLevels) + " levels deep: " + path.substr(0, 80) + "...");
+    }
     Node& node = nodeAt(path);
     if (!node.isImplied) {
         fail("there are two nodes " + path);
@@ -155,7 +160,7 @@ Slot& Scene::addElement(Slot& multi, unsigned int index) {
         place = std::lower_bound(elements.begin(), elements.end(), index,
                                  [](const Slot* element, unsigned int i) { return element->logicalIndex < i; });
         if ((*place)->logicalIndex == index) {
-            fail("there are two elements " + std::to_string(index));
+            fail(fullName(multi) + ": there are two elements " + std::to_string(index));
         }
     }
     return **elements.insert(place, &newElement(multi, index));

@@ -119,14 +119,14 @@ const Form* formOf(std::string_view key) {
     return found == std::end(kForms) ? nullptr : found;
 }
 
-/// The position of a unit's name is its number in the API.
+/// The position of a unit's name, from 1 on, is its number in the API.
 int readUnit(const Slot& slot, const Json& value) {
     switch (slot.kind) {
     case Slot::Kind::angle:
-        return readWord(slot, "unit", value, {"", "radians", "degrees", "minutes", "seconds"});
+        return readWord(slot, "unit", value, {"radians", "degrees", "minutes", "seconds"});
     case Slot::Kind::time:
         return readWord(slot, "unit", value,
-                        {"", "hours", "minutes", "seconds", "milliseconds", "games", "film", "palFrame", "ntscFrame",
+                        {"hours", "minutes", "seconds", "milliseconds", "games", "film", "palFrame", "ntscFrame",
                          "showScan", "palField", "ntscField"});
     default:
         failAt(slot, "only an angle or a time has a \"unit\"");

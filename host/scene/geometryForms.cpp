@@ -77,7 +77,7 @@ MDoubleArray readKnots(const Slot& slot, const char* name, const Json& value) {
 }
 
 int readForm(const Slot& slot, const Json& value) {
-    return readWord(slot, "form", value, {"", "open", "closed", "periodic"});
+    return readWord(slot, "form", value, {"open", "closed", "periodic"});
 }
 
 int readDegree(const Slot& slot, const Json& value) {

@@ -6,21 +6,36 @@
 
 #include <fmt/format.h>
 
+#include <array>
+#include <cstdint>
+#include <filesystem>
 #include <fstream>
 #include <stdexcept>
+#include <system_error>
 #include <vector>
 
 namespace scene {
 
 namespace {
 
+/// Values are read by recursion, and so are the plugs that they make.
+constexpr int kMaxDepth = 1000;
+
+constexpr const char* kNodesForm = "\"nodes\" should be an object of nodes by their names";
+
 std::vector<char> readFile(const std::string& path) {
-    std::ifstream file(path, std::ios::binary | std::ios::ate);
-    const std::streamoff size = file.is_open() ? static_cast<std::streamoff>(file.tellg()) : -1;
-    std::vector<char> bytes(size < 0 ? 0 : static_cast<std::size_t>(size));
-    file.seekg(0);
-    if (size < 0 || !file.read(bytes.data(), size)) {
+    std::error_code ignored;
+    std::ifstream file(path, std::ios::binary);
+    if (!file.is_open() || std::filesystem::is_directory(path, ignored)) {
         throw std::runtime_error("cannot open file");
+    }
+    std::vector<char> bytes;
+    if (const std::uintmax_t size = std::filesystem::file_size(path, ignored); !ignored) {
+        bytes.reserve(size);
+    }
+    std::array<char, 1U << 16> chunk{};
+    while (file.read(chunk.data(), chunk.size()) || file.gcount() > 0) {
+        bytes.insert(bytes.end(), chunk.data(), chunk.data() + file.gcount());
     }
     return bytes;
 }
@@ -41,10 +56,16 @@ Json readNodes(const std::vector<char>& text, GeometryReader& geometry, Scene& s
     bool isInNodes = false;
     std::string path;
     return Json::parse(text, [&](int depth, Json::parse_event_t event, Json& value) {
+        if (depth > kMaxDepth) {
+            throw std::runtime_error(fmt::format("{}{}values nest more than {} levels deep", isInNodes ? path : "",
+                                                 isInNodes ? ": " : "", kMaxDepth));
+        }
         if (event == Json::parse_event_t::key && depth == kTop) {
             isInNodes = value == "nodes";
         } else if (event == Json::parse_event_t::key && depth == kNode && isInNodes) {
             path = value.get_ref<const std::string&>();
+        } else if (event == Json::parse_event_t::array_start && depth == kTop && isInNodes) {
+            throw std::runtime_error(kNodesForm);
         } else if (event == Json::parse_event_t::object_end && depth == kNode && isInNodes) {
             readNode(path, value, geometry, scene);
             return false;
@@ -85,7 +106,7 @@ void readScene(const std::vector<char>& text, GeometryReader& geometry, Scene& s
         } else if (key != "nodes") {
             throw std::runtime_error(fmt::format("has no use for \"{}\"", key));
         } else if (!value.is_object()) {
-            throw std::runtime_error("\"nodes\" should be an object of nodes by their names");
+            throw std::runtime_error(kNodesForm);
         } else if (!value.empty()) { // what was not read as a node
             throw std::runtime_error(
                 fmt::format("{}: should be an object of attributes by their names", members(value).front().first));

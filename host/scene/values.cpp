@@ -71,7 +71,7 @@ MPoint readPoint(const Slot& slot, const char* name, const Json& value) {
 
 int readWord(const Slot& slot, const char* name, const Json& value, std::initializer_list<const char*> words) {
     const std::string& text = readText(slot, name, value);
-    int position = 0;
+    int position = 1;
     for (const std::string_view word : words) {
         if (text == word) {
             return position;

@@ -24,7 +24,7 @@ const Json& requireObject(const Slot& slot, const char* name, const Json& value)
 MMatrix readMatrix(const Slot& slot, const char* name, const Json& value);
 MPoint readPoint(const Slot& slot, const char* name, const Json& value);
 
-/// One of a few words, by its position among them.
+/// One of a few words, by its position among them, counted from 1.
 int readWord(const Slot& slot, const char* name, const Json& value, std::initializer_list<const char*> words);
 
 } // namespace scene

@@ -19,7 +19,10 @@ constexpr unsigned int kMaxAttribute = 0xFFFF;
 
 /// A literal array must hold what is read of it: the JSON library's subscript would read beyond its end.
 const json& requireItems(const json& value, std::size_t count) {
-    if (value.is_array() && value.size() < count) {
+    if (!value.is_array()) {
+        return value[0]; // throws, for null too
+    }
+    if (value.size() < count) {
         throw std::runtime_error(fmt::format("array of {} numbers expected, got {}", count, value.size()));
     }
     return value;

@@ -50,6 +50,8 @@ TEST(ElementTest, RefusesOtherTypesInTheLibrarysWords) {
         {[] { element("1").getBool(); }, "[json.exception.type_error.302] type must be boolean, but is number"},
         {[] { element("1").getVec3(); },
          "[json.exception.type_error.305] cannot use operator[] with a numeric argument with number"},
+        {[] { element("null").getVec3(); },
+         "[json.exception.type_error.305] cannot use operator[] with a numeric argument with null"},
         {[] { element("[1, 2]").getVec3(); }, "array of 3 numbers expected, got 2"},
         {[] { element("[1]").getMat4(); }, "array of 16 numbers expected, got 1"},
         {[] { element("1e300").getInt(); }, "number 1e+300 is beyond a 32-bit integer"},

@@ -44,6 +44,7 @@ TEST(SceneRunTest, FailsOnASceneThatDoesNotOpen) {
     outcome = zentcheck("--scene /no/such/scene.json " + manifest);
     EXPECT_EQ(outcome.status, 2);
     EXPECT_EQ(outcome.err, "error: scene /no/such/scene.json: cannot open file\n");
+    EXPECT_EQ(zentcheck("--scene / " + manifest).err, "error: scene /: cannot open file\n");
     EXPECT_EQ(zentcheck("--plugin /no/such/plugin.so " + manifest).status, 2);
 }
 
