@@ -2,7 +2,10 @@
 
 #include "zent/math/require.h"
 
+#include <glm/gtc/type_ptr.hpp>
+
 #include <algorithm>
+#include <type_traits>
 #include <utility>
 
 namespace zent {
@@ -48,14 +51,29 @@ bool belowSignedThreshold(float weight) {
     return !(weight >= kThreshold);
 }
 
+/// Without factors and repeated points the lists are plain floats.
+void addPlainDifference(float* result, float weight, const float* base, const float* target, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        result[i] += weight * (target[i] - base[i]);
+    }
+}
+
 template <class T>
 void addDifference(T& result, float weight, const T& base, const T& target, const WeightMap& factors) {
     requireConsistent(base, "base");
     requireConsistent(target, "target");
     const unsigned count = std::min(pointCount(base), pointCount(target));
     requireAtLeast("result", pointsOf(result).size(), count, "the base");
+    if (count == 0) {
+        return;
+    }
     const std::vector<vec3>& from = pointsOf(base);
     const std::vector<vec3>& to = pointsOf(target);
+    if (std::is_same_v<T, Mesh> && factors.empty()) {
+        addPlainDifference(glm::value_ptr(pointsOf(result)[0]), weight, glm::value_ptr(from[0]), glm::value_ptr(to[0]),
+                           std::size_t{3} * count);
+        return;
+    }
     auto factor = factors.begin();
     for (unsigned i = 0; i < count; ++i) {
         float pointWeight = weight;
@@ -71,10 +89,12 @@ template <class T>
 void addDeltas(T& result, float weight, const DeltaList& deltas) {
     requireConsistent(result, "base");
     const std::size_t bound = indexBound(result);
-    for (std::size_t k = 0; k < deltas.size(); ++k) {
-        requireIndex("deltas", k, deltas[k].first, bound, "the base");
-    }
-    for (const auto& [i, delta] : deltas) {
+    const std::size_t count = deltas.size();
+    for (std::size_t k = 0; k < count; ++k) {
+        const auto& [i, delta] = deltas[k];
+        if (i >= bound) {
+            requireIndex("deltas", k, i, bound, "the base");
+        }
         writePoint(result, i, pointsOf(result)[i] + weight * delta);
     }
 }

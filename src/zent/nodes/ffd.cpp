@@ -42,6 +42,7 @@ Powers powersOf(float x) {
 struct Direction {
     unsigned count;  ///< of the lattice
     unsigned window; ///< of those, how many take part
+    void (*bernstein)(float, float*);
 };
 
 struct Window {
@@ -59,19 +60,37 @@ unsigned windowStart(Direction direction, float coordinate) {
     return cell < static_cast<float>(last) ? static_cast<unsigned>(cell) : last;
 }
 
-void weighWindow(Direction direction, float coordinate, Window& window) {
-    if (direction.window == 0) {
-        return;
-    }
-    const unsigned degree = direction.window - 1;
-    window.start = windowStart(direction, coordinate);
-    const float spacing = 1.0f / static_cast<float>(direction.count - 1u);
-    const float v = (coordinate - static_cast<float>(window.start) * spacing) / (spacing * static_cast<float>(degree));
+/// The Bernstein weights of a window of N points.
+template <unsigned N>
+void bernstein(float v, float* weights) {
     const Powers rising = powersOf(v);
     const Powers falling = powersOf(1.0f - v);
-    for (unsigned i = 0; i <= degree; ++i) {
-        window.weight[i] = static_cast<float>(kBinomials[degree][i]) * rising[i] * falling[degree - i];
+    for (unsigned i = 0; i < N; ++i) {
+        weights[i] = static_cast<float>(kBinomials[N - 1][i]) * rising[i] * falling[N - 1 - i];
     }
+}
+
+using Bernstein = void (*)(float, float*);
+
+/// By window; there is nothing to weigh in an empty one.
+template <std::size_t... N>
+constexpr std::array<Bernstein, kMaxWindow + 1> bernsteins(std::index_sequence<N...>) {
+    return {{[](float, float*) {}, &bernstein<N + 1>...}};
+}
+
+constexpr std::array<Bernstein, kMaxWindow + 1> kBernsteins = bernsteins(std::make_index_sequence<kMaxWindow>());
+
+void weighWindow(const Direction& direction, float coordinate, Window& window) {
+    window.start = 0;
+    float v = coordinate;
+    // A window of the whole direction starts at 0, and its own coordinate is the lattice's.
+    if (direction.window != direction.count && direction.window != 0) {
+        window.start = windowStart(direction, coordinate);
+        const float spacing = 1.0f / static_cast<float>(direction.count - 1u);
+        v = (coordinate - static_cast<float>(window.start) * spacing) /
+            (spacing * static_cast<float>(direction.window - 1));
+    }
+    direction.bernstein(v, window.weight.data());
 }
 
 struct LatticeWindows {
@@ -82,20 +101,26 @@ struct LatticeWindows {
 /// first, points last.
 template <unsigned WindowS>
 vec3 sumWindow(const Lattice& lattice, unsigned windowT, unsigned windowU, const LatticeWindows& at) {
-    float row[3 * WindowS] = {};
+    // Layer by layer, so that the sums of one don't wait for those of another.
+    float slab[3 * WindowS] = {};
     for (unsigned k = 0; k < windowU; ++k) {
+        const std::size_t firstRow = at.t.start + std::size_t{lattice.t} * (at.u.start + k);
+        const float* points = glm::value_ptr(lattice.points[at.s.start + lattice.s * firstRow]);
+        float layer[3 * WindowS] = {};
         for (unsigned j = 0; j < windowT; ++j) {
-            const std::size_t rowIndex = at.t.start + j + std::size_t{lattice.t} * (at.u.start + k);
-            const float* points = glm::value_ptr(lattice.points[at.s.start + lattice.s * rowIndex]);
-            const float weight = at.t.weight[j] * at.u.weight[k];
+            const float* row = points + std::size_t{3} * lattice.s * j;
+            const float weight = at.t.weight[j];
             for (unsigned f = 0; f < 3 * WindowS; ++f) {
-                row[f] += weight * points[f];
+                layer[f] += weight * row[f];
             }
+        }
+        for (unsigned f = 0; f < 3 * WindowS; ++f) {
+            slab[f] += at.u.weight[k] * layer[f];
         }
     }
     vec3 sum(0.0f);
     for (unsigned i = 0; i < WindowS; ++i) {
-        sum += at.s.weight[i] * vec3(row[3 * i], row[3 * i + 1], row[3 * i + 2]);
+        sum += at.s.weight[i] * vec3(slab[3 * i], slab[3 * i + 1], slab[3 * i + 2]);
     }
     return sum;
 }
@@ -111,7 +136,8 @@ constexpr std::array<WindowSum, kMaxWindow + 1> windowSums(std::index_sequence<W
 constexpr std::array<WindowSum, kMaxWindow + 1> kWindowSums = windowSums(std::make_index_sequence<kMaxWindow>());
 
 Direction latticeDirection(unsigned count, bool local, unsigned influence) {
-    return {count, local ? std::min(count, influence) : count};
+    const unsigned window = local ? std::min(count, influence) : count;
+    return {count, window, window > kMaxWindow ? nullptr : kBernsteins[window]};
 }
 
 /// The way of a point through the lattice, set up once for all points.
@@ -121,7 +147,8 @@ public:
                unsigned influenceT, unsigned influenceU)
         : lattice_(lattice), toLattice_(toLattice), fromLattice_(fromLattice),
           s_(latticeDirection(lattice.s, local, influenceS)), t_(latticeDirection(lattice.t, local, influenceT)),
-          u_(latticeDirection(lattice.u, local, influenceU)), sum_(kWindowSums[s_.window]) {}
+          u_(latticeDirection(lattice.u, local, influenceU)),
+          sum_(kWindowSums[t_.window == 0 || u_.window == 0 ? 0 : s_.window]) {}
 
     vec3 operator()(vec3 point) const {
         const vec3 coordinate = transformPoint(toLattice_, point) + 0.5f;

@@ -9,10 +9,8 @@
 namespace zent {
 namespace {
 
-/// Four floats that the compiler keeps in one register.
-struct alignas(16) Lanes {
-    float lane[4];
-};
+/// Four floats in one register: an extension of GCC and Clang, which leave no lane out of it.
+using Lanes = float __attribute__((vector_size(16)));
 
 /// What an influence does to a point: the columns of its linear part, and its translation.
 struct Influence {
@@ -22,7 +20,7 @@ struct Influence {
 using SkinPalette = svec<Influence, 8>;
 
 Lanes lanes(vec3 v) {
-    return {{v.x, v.y, v.z, 0.0f}};
+    return Lanes{v.x, v.y, v.z, 0.0f};
 }
 
 SkinPalette combineInfluences(const mat4& geomMatrix, const std::vector<mat4>& matrix,
@@ -36,15 +34,6 @@ SkinPalette combineInfluences(const mat4& geomMatrix, const std::vector<mat4>& m
         }
     }
     return palette;
-}
-
-/// sum += weight * (influence applied to point)
-inline void accumulate(Lanes& sum, const Influence& influence, vec3 point, float weight) {
-    for (int c = 0; c < 4; ++c) {
-        const float carried = influence.column[0].lane[c] * point.x + influence.column[1].lane[c] * point.y +
-                              influence.column[2].lane[c] * point.z + influence.column[3].lane[c];
-        sum.lane[c] += weight * carried;
-    }
 }
 
 template <class T>
@@ -65,8 +54,8 @@ Mesh cleared(const Mesh& input) {
 } // namespace
 
 template <class T>
-T skin(float envelope, T const& input, mat4 const& geomMatrix, std::vector<mat4> matrix,
-       std::vector<mat4> bindPreMatrix, SkinWeights const& weights) {
+T IMPL_skin(float envelope, T const& input, mat4 const& geomMatrix, std::vector<mat4> const& matrix,
+            std::vector<mat4> const& bindPreMatrix, SkinWeights const& weights) {
     // The envelope only gates: there is no blend with the input.
     if (!(envelope >= kThreshold)) {
         return input;
@@ -78,21 +67,45 @@ T skin(float envelope, T const& input, mat4 const& geomMatrix, std::vector<mat4>
 
     const std::vector<vec3>& from = pointsOf(input);
     const std::size_t pointBound = indexBound(input);
-    for (std::size_t k = 0; k < weights.size();) {
+    const Influence* const influences = palette.data();
+    const std::size_t influenceBound = palette.size();
+    const auto* const tuples = weights.data();
+    const std::size_t count = weights.size();
+    for (std::size_t k = 0; k < count;) {
         // The tuples of one point mostly stand together: its sum is written once.
-        const unsigned int point = std::get<0>(weights[k]);
-        requireIndex("weights", k, point, pointBound, "the input");
+        const unsigned int point = std::get<0>(tuples[k]);
+        if (point >= pointBound) {
+            requireIndex("weights", k, point, pointBound, "the input");
+        }
         const vec3 position = from[point];
         Lanes sum = lanes(pointsOf(result)[point]);
         do {
-            const auto& [v, influence, weight] = weights[k];
-            requireIndex("weights' influences", k, influence, palette.size(), "matrix");
-            accumulate(sum, palette[influence], position, weight);
+            const auto& [v, influence, weight] = tuples[k];
+            if (influence >= influenceBound) {
+                requireIndex("weights' influences", k, influence, influenceBound, "matrix");
+            }
+            const Lanes* const column = influences[influence].column;
+            sum += weight * (column[0] * position.x + column[1] * position.y + column[2] * position.z + column[3]);
             ++k;
-        } while (k < weights.size() && std::get<0>(weights[k]) == point);
-        writePoint(result, point, vec3(sum.lane[0], sum.lane[1], sum.lane[2]));
+        } while (k < count && std::get<0>(tuples[k]) == point);
+        writePoint(result, point, vec3(sum[0], sum[1], sum[2]));
     }
     return result;
+}
+
+template Mesh IMPL_skin(float, Mesh const&, mat4 const&, std::vector<mat4> const&, std::vector<mat4> const&,
+                        SkinWeights const&);
+template Curve IMPL_skin(float, Curve const&, mat4 const&, std::vector<mat4> const&, std::vector<mat4> const&,
+                         SkinWeights const&);
+template Surface IMPL_skin(float, Surface const&, mat4 const&, std::vector<mat4> const&, std::vector<mat4> const&,
+                           SkinWeights const&);
+template Lattice IMPL_skin(float, Lattice const&, mat4 const&, std::vector<mat4> const&, std::vector<mat4> const&,
+                           SkinWeights const&);
+
+template <class T>
+T skin(float envelope, T const& input, mat4 const& geomMatrix, std::vector<mat4> matrix,
+       std::vector<mat4> bindPreMatrix, SkinWeights const& weights) {
+    return IMPL_skin<T>(envelope, input, geomMatrix, matrix, bindPreMatrix, weights);
 }
 
 template Mesh skin(float, Mesh const&, mat4 const&, std::vector<mat4>, std::vector<mat4>, SkinWeights const&);

@@ -24,6 +24,11 @@ extern template Surface skin(float, Surface const&, mat4 const&, std::vector<mat
 extern template Lattice skin(float, Lattice const&, mat4 const&, std::vector<mat4>, std::vector<mat4>,
                              SkinWeights const&);
 
+/// The same with its lists by reference, for a caller that skins point by point.
+template <class T>
+T IMPL_skin(float envelope, T const& input, mat4 const& geomMatrix, std::vector<mat4> const& matrix,
+            std::vector<mat4> const& bindPreMatrix, SkinWeights const& weights);
+
 Mesh skinMesh(float envelope, Mesh const& input, mat4 const& geomMatrix, std::vector<mat4> matrix,
               std::vector<mat4> bindPreMatrix, SkinWeights const& weights);
 Curve skinCurve(float envelope, Curve const& input, mat4 const& geomMatrix, std::vector<mat4> matrix,

@@ -51,7 +51,7 @@ void ProxySkinCluster<T>::deform(T& point, unsigned int index) const {
     for (unsigned int k = 0; k < attribute.weights.size(); ++k) {
         weights.emplace_back(0u, k, attribute.weights[k]);
     }
-    point = skin<T>(envelope, point, geomMatrix, attribute.matrices, attribute.bindPreMatrices, weights);
+    point = IMPL_skin<T>(envelope, point, geomMatrix, attribute.matrices, attribute.bindPreMatrices, weights);
 }
 
 template <class T>
