@@ -60,6 +60,7 @@ std::shared_ptr<Object> fromBlock(const zent::Surface& surface) {
 }
 
 std::shared_ptr<Object> fromBlock(const zent::Lattice& lattice) {
+    zent::requireAddressable(lattice, "lattice");
     auto data = newGeometry<LatticeData>(lattice);
     data->divisions = {lattice.s, lattice.t, lattice.u};
     data->points = widened(lattice.points);

@@ -30,7 +30,8 @@ struct BlockRecord<LatticeData> {
 template <class T>
 using BlockOf = typename BlockRecord<T>::Type;
 
-/// A block's geometry as a plug holds it.
+/// A block's geometry as a plug holds it. Throws std::runtime_error for a lattice with fewer points than its counts
+/// tell.
 std::shared_ptr<Object> fromBlock(const zent::Mesh& mesh);
 std::shared_ptr<Object> fromBlock(const zent::Curve& curve);
 std::shared_ptr<Object> fromBlock(const zent::Surface& surface);

@@ -101,6 +101,18 @@ TEST_F(GeometryTest, ReadsEachShapeInPlaceAndFromABlock) {
     EXPECT_TRUE(read<Mesh>("block.curve").points.empty()); // data of another kind is no mesh
 }
 
+TEST_F(GeometryTest, RefusesALatticeBlockWhoseCountsWrap) {
+    Lattice lattice;
+    std::tie(lattice.s, lattice.t, lattice.u) = std::tuple(65536U, 65537U, 1U); // 65536 in 32 bits
+    lattice.points = points(65536);
+    ResourceWriter writer;
+    writer.add(lattice);
+    const std::string resource = temporaryPath("wrap.bin");
+    writer.write(resource);
+    const std::string told = thrownText([&] { open(R"({"nodes": {"n": {"l": {"lattice": {"id": 0}}}}})", resource); });
+    EXPECT_NE(told.find("n.l: block 0 of the resource file: lattice has 65536 points"), std::string::npos) << told;
+}
+
 /// Six vertices in two rows of three, the quads 0 1 4 3 and 1 2 5 4, and a triangle 5 2 1 on the second.
 const char* const kStrip = R"({"nodes": {
     "|strip|shape": {"outMesh": {"mesh": {"points": [[0,0,0], [1,0,0], [2,0,0], [0,1,0], [1,1,0], [2,1,0]],
