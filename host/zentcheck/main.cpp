@@ -48,6 +48,9 @@ Status runTool(const host::Options& options) {
             return kMatched;
         }
         std::cerr << "error: cannot write to standard output\n";
+    } catch (const std::length_error&) {
+        std::cerr << "error: " << (options.listResources.empty() ? options.disassemble : options.listResources)
+                  << " is no resource file: its table has impossible sizes\n";
     } catch (const std::exception& error) {
         std::cerr << "error: " << error.what() << '\n';
     }

@@ -158,7 +158,7 @@ const Element& Port::castSingle() const {
     if (elements_.size() == 1) {
         return elements_.front();
     }
-    for (const Element& element : elements_) {
+    for (const Element& element : elements_) { // deliberate: a literal among several ends this with "not a string"
         Log::println("Element: " + element.getString());
     }
     throw std::runtime_error("not single");

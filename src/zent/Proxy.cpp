@@ -12,7 +12,7 @@ constexpr float kDegreesPerRadian = 57.29578f;
 
 json Proxy::closure(const Arguments& /*args*/, const std::vector<Port>& ports) const {
     json report(json::value_t::object);
-    report["node"] = name();
+    report["node"] = name(); // the method's name here too: deliberate
     report["method"] = name();
     report["outputs"] = mayaResult(ports);
     return report;

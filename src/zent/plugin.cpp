@@ -14,6 +14,7 @@ char MApiVersion[] = "20190100";
 ZENT_EXPORT MStatus initializePlugin(MObject object);
 ZENT_EXPORT MStatus uninitializePlugin(MObject object);
 
+// Both succeed whatever the registration reports: deliberate.
 MStatus initializePlugin(MObject object) {
     MFnPlugin plugin(object, "Unknown", "Unknown", "Any");
     plugin.registerCommand(zent::ZentCheck::name, zent::ZentCheck::creator, zent::ZentCheck::createSyntax);
