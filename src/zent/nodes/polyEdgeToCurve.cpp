@@ -96,7 +96,7 @@ Curve polyEdgeToCurvePeriodic(const Mesh& mesh, std::vector<unsigned> vertices, 
     const std::vector<vec3> targets = worldPoints(mesh, vertices);
     const std::size_t count = targets.size();
     std::vector<float> knots;
-    appendIntegers(knots, 1 - static_cast<int>(degree), count + 2 * degree - 1);
+    appendIntegers(knots, 1 - static_cast<int>(degree), count + std::size_t{2} * degree - 1);
 
     InterpolationSystem system(count, degree);
     for (std::size_t i = 0; i < count; ++i) {
