@@ -1,6 +1,7 @@
 // Products in this file are told in the column-vector order of glm: the rightmost factor acts on a point first.
 #include "zent/nodes/ffd.h"
 
+#include "zent/math/lanes.h"
 #include "zent/math/require.h"
 #include "zent/math/rotation.h"
 
@@ -9,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <string>
 #include <utility>
 
@@ -101,26 +103,38 @@ struct LatticeWindows {
 /// first, points last.
 template <unsigned WindowS>
 vec3 sumWindow(const Lattice& lattice, unsigned windowT, unsigned windowU, const LatticeWindows& at) {
-    // Layer by layer, so that the sums of one don't wait for those of another.
-    float slab[3 * WindowS] = {};
+    constexpr unsigned kFloats = 3 * WindowS;
+    constexpr unsigned kRegisters = kFloats / 4;
+    constexpr unsigned kRest = kFloats % 4;
+    Lanes slab[kRegisters + 1] = {};
+    float slabRest[4] = {};
     for (unsigned k = 0; k < windowU; ++k) {
         const std::size_t firstRow = at.t.start + std::size_t{lattice.t} * (at.u.start + k);
-        const float* points = glm::value_ptr(lattice.points[at.s.start + lattice.s * firstRow]);
-        float layer[3 * WindowS] = {};
-        for (unsigned j = 0; j < windowT; ++j) {
-            const float* row = points + std::size_t{3} * lattice.s * j;
-            const float weight = at.t.weight[j];
-            for (unsigned f = 0; f < 3 * WindowS; ++f) {
-                layer[f] += weight * row[f];
+        const float* row = glm::value_ptr(lattice.points[at.s.start + lattice.s * firstRow]);
+        // Layer by layer, so that the sums of one don't wait for those of another.
+        Lanes layer[kRegisters + 1] = {};
+        float layerRest[4] = {};
+        for (unsigned j = 0; j < windowT; ++j, row += std::size_t{3} * lattice.s) {
+            for (unsigned r = 0; r < kRegisters; ++r) {
+                layer[r] += at.t.weight[j] * loadLanes(row + 4 * r);
+            }
+            for (unsigned f = 0; f < kRest; ++f) {
+                layerRest[f] += at.t.weight[j] * row[4 * kRegisters + f];
             }
         }
-        for (unsigned f = 0; f < 3 * WindowS; ++f) {
-            slab[f] += at.u.weight[k] * layer[f];
+        for (unsigned r = 0; r < kRegisters; ++r) {
+            slab[r] += at.u.weight[k] * layer[r];
+        }
+        for (unsigned f = 0; f < kRest; ++f) {
+            slabRest[f] += at.u.weight[k] * layerRest[f];
         }
     }
+    float sums[4 * (kRegisters + 1)];
+    std::memcpy(sums, slab, sizeof slab);
+    std::memcpy(sums + 4 * kRegisters, slabRest, sizeof slabRest);
     vec3 sum(0.0f);
     for (unsigned i = 0; i < WindowS; ++i) {
-        sum += at.s.weight[i] * vec3(slab[3 * i], slab[3 * i + 1], slab[3 * i + 2]);
+        sum += at.s.weight[i] * vec3(sums[3 * i], sums[3 * i + 1], sums[3 * i + 2]);
     }
     return sum;
 }

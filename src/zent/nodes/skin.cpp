@@ -1,6 +1,7 @@
 // Products in this file are told in the column-vector order of glm: the rightmost factor acts on a point first.
 #include "zent/nodes/skin.h"
 
+#include "zent/math/lanes.h"
 #include "zent/math/require.h"
 
 #include <tuple>
@@ -8,9 +9,6 @@
 
 namespace zent {
 namespace {
-
-/// Four floats in one register: an extension of GCC and Clang, which leave no lane out of it.
-using Lanes = float __attribute__((vector_size(16)));
 
 /// What an influence does to a point: the columns of its linear part, and its translation.
 struct Influence {
