@@ -34,7 +34,7 @@ MString MString::substring(int first, int last) const {
     if (first < 0 || last < first || static_cast<std::size_t>(first) >= text_.size()) {
         return {};
     }
-    return {text_.substr(static_cast<std::size_t>(first), static_cast<std::size_t>(last - first + 1)).c_str()};
+    return {text_.substr(static_cast<std::size_t>(first), static_cast<std::size_t>(last - first) + 1).c_str()};
 }
 
 int MString::index(char character) const {
