@@ -196,10 +196,10 @@ void LoadResource(Lattice& lattice, const std::vector<char>& bytes) {
     lattice.s = reader.take<std::uint32_t>();
     lattice.t = reader.take<std::uint32_t>();
     lattice.u = reader.take<std::uint32_t>();
-    const std::size_t count = lattice.s * lattice.t * lattice.u;
-    reader.require(kLatticeHead + 12 * count, "a lattice of " + std::to_string(lattice.s) + " by " +
-                                                  std::to_string(lattice.t) + " by " + std::to_string(lattice.u) +
-                                                  " points");
+    const unsigned count = lattice.s * lattice.t * lattice.u; // deliberately in 32 bits
+    reader.require(kLatticeHead + std::size_t{12} * count, "a lattice of " + std::to_string(lattice.s) + " by " +
+                                                               std::to_string(lattice.t) + " by " +
+                                                               std::to_string(lattice.u) + " points");
     lattice.points = reader.takeList<vec3>(count);
 }
 
