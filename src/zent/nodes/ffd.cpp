@@ -116,7 +116,7 @@ vec3 sumWindow(const Lattice& lattice, unsigned windowT, unsigned windowU, const
         float layerRest[4] = {};
         for (unsigned j = 0; j < windowT; ++j, row += std::size_t{3} * lattice.s) {
             for (unsigned r = 0; r < kRegisters; ++r) {
-                layer[r] += at.t.weight[j] * loadLanes(row + 4 * r);
+                layer[r] += at.t.weight[j] * loadLanes(row + std::size_t{4} * r);
             }
             for (unsigned f = 0; f < kRest; ++f) {
                 layerRest[f] += at.t.weight[j] * row[4 * kRegisters + f];
