@@ -1,6 +1,7 @@
 #include "zent/Proxy.h"
 
 #include "zent/Binding.h"
+#include "zent/Compare.h"
 
 namespace zent {
 
@@ -19,6 +20,12 @@ json Proxy::closure(const Arguments& /*args*/, const std::vector<Port>& ports) c
 }
 
 void Proxy::init(const Arguments& /*args*/, const std::vector<Port>& /*ports*/) {}
+
+bool Proxy::agree(const std::vector<Port>& ports, const Arguments& args, float epsilon, json& maya, json& zent) const {
+    maya = mayaResult(ports);
+    zent = zentResult(args);
+    return compare(maya, zent, epsilon);
+}
 
 json Proxy::eulerResult(vec3 radians) const {
     return output(Euler{radians * kDegreesPerRadian});

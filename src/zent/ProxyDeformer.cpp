@@ -1,11 +1,24 @@
 #include "zent/ProxyDeformer.h"
 
 #include "zent/Binding.h"
+#include "zent/Compare.h"
 #include "zent/math/require.h"
 
 #include <stdexcept>
 
 namespace zent {
+
+namespace {
+
+json mayaVertex(vec3 point) {
+    return results(typedValue("outputGeometry[0]", "Vertex", toJson(point)));
+}
+
+json zentVertex(vec3 point) {
+    return results(typedValue("Vertex", toJson(point)));
+}
+
+} // namespace
 
 template <class T>
 void ProxyDeformer<T>::init(const Arguments& /*args*/, const std::vector<Port>& ports) {
@@ -24,15 +37,38 @@ bool ProxyDeformer<T>::isDone() const {
 }
 
 template <class T>
+vec3 ProxyDeformer<T>::mayaPoint() const {
+    return toWorld(output, pointsOf(output)[cursor]);
+}
+
+template <class T>
+vec3 ProxyDeformer<T>::zentPoint() const {
+    T shape = onePointShape<T>(pointsOf(input)[cursor], matrixOf(input));
+    deform(shape, cursor);
+    return toWorld(shape, pointsOf(shape)[0]);
+}
+
+template <class T>
 json ProxyDeformer<T>::mayaResult(const std::vector<Port>& /*ports*/) const {
-    return results(typedValue("outputGeometry[0]", "Vertex", toJson(toWorld(output, pointsOf(output)[cursor]))));
+    return mayaVertex(mayaPoint());
 }
 
 template <class T>
 json ProxyDeformer<T>::zentResult(const Arguments& /*args*/) const {
-    T shape = onePointShape<T>(pointsOf(input)[cursor], matrixOf(input));
-    deform(shape, cursor);
-    return results(typedValue("Vertex", toJson(toWorld(shape, pointsOf(shape)[0]))));
+    return zentVertex(zentPoint());
+}
+
+template <class T>
+bool ProxyDeformer<T>::agree(const std::vector<Port>& /*ports*/, const Arguments& /*args*/, float epsilon, json& maya,
+                             json& zent) const {
+    const vec3 expected = mayaPoint();
+    const vec3 actual = zentPoint();
+    if (check(expected, actual, epsilon)) {
+        return true;
+    }
+    maya = mayaVertex(expected);
+    zent = zentVertex(actual);
+    return false;
 }
 
 template <class T>

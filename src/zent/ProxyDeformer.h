@@ -16,6 +16,10 @@ class ProxyDeformer : public Proxy {
 public:
     json mayaResult(const std::vector<Port>& ports) const override;
     json zentResult(const Arguments& args) const override;
+    /// Compares the points themselves: a shape has many, and their JSON is of use only to a report. A derived class
+    /// with results of its own has a comparison of its own, too.
+    bool agree(const std::vector<Port>& ports, const Arguments& args, float epsilon, json& maya,
+               json& zent) const override;
     bool isDeformer() const override { return true; }
     /// Reads port 0, the plug of the deformed shape, and starts a walk.
     void init(const Arguments& args, const std::vector<Port>& ports) override;
@@ -34,6 +38,10 @@ protected:
     /// Starts a closure with the default one under the node's own name, for the inputs "envelope" and the point at
     /// `index()`, which all of them begin with.
     json deformerClosure(const char* node, float envelope, const Arguments& args, const std::vector<Port>& ports) const;
+
+    /// Both sides' positions of the present point, in world space.
+    vec3 mayaPoint() const;
+    vec3 zentPoint() const;
 
     T input;                 ///< the undeformed shape
     T output;                ///< Maya's deformed shape

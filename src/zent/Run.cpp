@@ -1,6 +1,5 @@
 #include "zent/Run.h"
 
-#include "zent/Compare.h"
 #include "zent/jsonAccess.h"
 #include "zent/Log.h"
 #include "zent/Port.h"
@@ -143,9 +142,9 @@ unsigned Run::compareOnce(const Proxy& proxy, const Arguments& args, const std::
     if (settings_.verbose >= 2) {
         Log::println("Closure: " + dumped(proxy.closure(args, ports)));
     }
-    const json maya = proxy.mayaResult(ports);
-    const json zent = proxy.zentResult(args);
-    if (compare(maya, zent, settings_.epsilon)) {
+    json maya;
+    json zent;
+    if (proxy.agree(ports, args, settings_.epsilon, maya, zent)) {
         return kMatch;
     }
     return reportMismatch(proxy.closure(args, ports), maya, zent);
@@ -164,9 +163,9 @@ unsigned Run::comparePoints(Proxy& proxy, const Arguments& args, const std::vect
             const int index = proxy.index();
             Log::println(fmt::format("Closure on vtx[{}]: {}", index, dumped(proxy.closure(args, ports))));
         }
-        json maya = proxy.mayaResult(ports);
-        json zent = proxy.zentResult(args);
-        if (compare(maya, zent, settings_.epsilon)) {
+        json maya;
+        json zent;
+        if (proxy.agree(ports, args, settings_.epsilon, maya, zent)) {
             continue;
         }
         const float distance = guardedLength(firstPoint(maya) - firstPoint(zent));

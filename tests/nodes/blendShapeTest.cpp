@@ -53,6 +53,32 @@ TEST(BlendShape, WholeShapesAndFactors) {
     expectNear(result.points, {kX * (1.0f + 0.5f + 2.0f), kX * (1.0f + 2.0f + 0.25f * 2.0f), vec3(5.0f)});
 }
 
+// Targets of several lengths over a mesh of many points, with a factor and a delta list between them.
+TEST(BlendShape, ManyPoints) {
+    constexpr unsigned kCount = 25;
+    const auto line = [](unsigned count, float slope) {
+        std::vector<vec3> points;
+        for (unsigned i = 0; i < count; ++i) {
+            points.emplace_back(slope * static_cast<float>(i), 1.0f, -slope);
+        }
+        return meshOf(std::move(points));
+    };
+    const Mesh base = line(kCount, 1.0f);
+    const Mesh full = line(kCount, 2.0f);
+    const Mesh partial = line(13, 3.0f);
+    const DeltaList deltas{{24u, kX}};
+    const Mesh result =
+        blendShapeMesh(1.0f, base, {{0u, 0.5f}, {1u, 1.0f}, {2u, 1.0f}, {3u, -1.0f}, {4u, 2.0f}},
+                       {{{0u, 6000u}, full}, {{1u, 6000u}, partial}, {{3u, 6000u}, full}, {{4u, 6000u}, full}},
+                       {{{2u, 6000u}, deltas}}, {{3u, {{1u, 0.0f}}}});
+    for (unsigned i = 0; i < kCount; ++i) {
+        SCOPED_TRACE(i);
+        const float moves = 0.5f + (i < 13 ? 2.0f : 0.0f) - (i == 1 ? 0.0f : 1.0f) + 2.0f; // of (i, 0, -1)
+        const float along = static_cast<float>(i);
+        expectNear(result.points[i], vec3(along + moves * along + (i == 24 ? 1.0f : 0.0f), 1.0f, -1.0f - moves));
+    }
+}
+
 template <class T>
 std::pair<float, float> negativeWeights(const T& base, const T& target) {
     const DeltaList deltas{{0u, kX}};

@@ -41,6 +41,19 @@ TEST(Skin, WeightsAreUsedAsTheyAre) {
     }
 }
 
+TEST(Skin, ListsInAnyOrder) {
+    const std::vector<mat4> matrix{translation(vec3(0, 1, 0)), translation(vec3(0, 0, 1)), quarterTurn()};
+    const std::vector<mat4> bind(3, mat4(1.0f));
+    // Influence i moves (1, 0, 0) to (1, 1, 0), (1, 0, 1) and (0, 1, 0).
+    SkinWeights byPoint{{0u, 0u, 1.0f}, {0u, 1u, 2.0f}, {1u, 1u, 1.0f}, {2u, 0u, 3.0f}, {2u, 1u, 4.0f}, {2u, 2u, 5.0f}};
+    SkinWeights byInfluence{byPoint[0], byPoint[3], byPoint[1], byPoint[2], byPoint[4], byPoint[5]};
+    SkinWeights backwards(byPoint.rbegin(), byPoint.rend());
+    for (const SkinWeights& weights : {byPoint, byInfluence, backwards}) {
+        expectNear(skinMesh(1.0f, meshOf({kX, kX, kX}), mat4(1.0f), matrix, bind, weights).points,
+                   {vec3(3, 1, 2), vec3(1, 0, 1), vec3(7, 8, 4)});
+    }
+}
+
 TEST(Skin, MatrixOfTheResult) {
     const mat4 matrix = translation(vec3(7.0f));
     const std::vector<vec3> points{kX, kX};

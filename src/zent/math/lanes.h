@@ -14,4 +14,8 @@ inline Lanes loadLanes(const float* values) {
     return lanes;
 }
 
+inline void storeLanes(Lanes lanes, float* values) {
+    std::memcpy(values, &lanes, sizeof lanes);
+}
+
 } // namespace zent

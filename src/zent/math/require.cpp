@@ -22,11 +22,9 @@ void requireLists(const char* what, std::size_t needed,
     }
 }
 
-void requireIndex(const char* list, std::size_t position, std::size_t index, std::size_t bound, const char* what) {
-    if (index >= bound) {
-        fail(std::string(list) + "[" + std::to_string(position) + "] is " + std::to_string(index) + ", " + what +
-             " has " + std::to_string(bound));
-    }
+void failIndex(const char* list, std::size_t position, std::size_t index, std::size_t bound, const char* what) {
+    fail(std::string(list) + "[" + std::to_string(position) + "] is " + std::to_string(index) + ", " + what + " has " +
+         std::to_string(bound));
 }
 
 } // namespace zent

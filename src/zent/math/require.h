@@ -18,8 +18,19 @@ void requireLists(const char* what, std::size_t needed,
                   std::initializer_list<std::pair<const char*, std::size_t>> lists);
 
 /// An index must lie below `bound`. Text: "LIST[POSITION] is INDEX, WHAT has BOUND".
-void requireIndex(const char* list, std::size_t position, std::size_t index, std::size_t bound, const char* what);
+inline void requireIndex(const char* list, std::size_t position, std::size_t index, std::size_t bound,
+                         const char* what);
 
 [[noreturn]] void fail(const std::string& text);
+[[noreturn]] void failIndex(const char* list, std::size_t position, std::size_t index, std::size_t bound,
+                            const char* what);
+
+// Here, so that a loop which checks each index keeps its values in registers: the failing call never comes back.
+inline void requireIndex(const char* list, std::size_t position, std::size_t index, std::size_t bound,
+                         const char* what) {
+    if (index >= bound) {
+        failIndex(list, position, index, bound, what);
+    }
+}
 
 } // namespace zent

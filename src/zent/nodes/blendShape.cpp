@@ -1,11 +1,11 @@
 #include "zent/nodes/blendShape.h"
 
+#include "zent/math/lanes.h"
 #include "zent/math/require.h"
 
 #include <glm/gtc/type_ptr.hpp>
 
 #include <algorithm>
-#include <type_traits>
 #include <utility>
 
 namespace zent {
@@ -51,29 +51,100 @@ bool belowSignedThreshold(float weight) {
     return !(weight >= kThreshold);
 }
 
-/// Without factors and repeated points the lists are plain floats.
-void addPlainDifference(float* result, float weight, const float* base, const float* target, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) {
-        result[i] += weight * (target[i] - base[i]);
-    }
-}
-
+/// Points that both sides of a difference have. The result has them, too.
 template <class T>
-void addDifference(T& result, float weight, const T& base, const T& target, const WeightMap& factors) {
+unsigned commonPoints(const T& result, const T& base, const T& target) {
     requireConsistent(base, "base");
     requireConsistent(target, "target");
     const unsigned count = std::min(pointCount(base), pointCount(target));
     requireAtLeast("result", pointsOf(result).size(), count, "the base");
-    if (count == 0) {
-        return;
+    return count;
+}
+
+/// Whole shapes without factors that are kept back, to be added together. Only meshes are.
+template <class T>
+class HeldTargets {
+public:
+    explicit HeldTargets(const T& /*base*/) {}
+    static bool add(const T& /*result*/, float /*weight*/, const T& /*target*/) { return false; }
+    void addTo(T& /*result*/) {}
+};
+
+/// Meshes are lists of plain floats here. They are added a strip at a time, all of them to one strip: it stays in
+/// registers, and so does the base's.
+template <>
+class HeldTargets<Mesh> {
+public:
+    explicit HeldTargets(const Mesh& base) : base_(base) {}
+
+    bool add(const Mesh& result, float weight, const Mesh& target) {
+        if (belowThreshold(weight)) {
+            return true;
+        }
+        const unsigned count = commonPoints(result, base_, target);
+        if (count != 0) {
+            targets_.push_back({weight, glm::value_ptr(target.points[0]), std::size_t{3} * count});
+        }
+        return true;
     }
+
+    void addTo(Mesh& result) {
+        if (targets_.empty()) {
+            return;
+        }
+        float* const sum = glm::value_ptr(result.points[0]);
+        const float* const base = glm::value_ptr(base_.points[0]);
+        std::size_t common = targets_[0].count;
+        for (const Target& target : targets_) {
+            common = std::min(common, target.count);
+        }
+        std::size_t done = 0;
+        for (; done + kStrip <= common; done += kStrip) {
+            addStrip(sum + done, base + done, done);
+        }
+        for (const Target& target : targets_) {
+            for (std::size_t i = done; i < target.count; ++i) {
+                sum[i] += target.weight * (target.values[i] - base[i]);
+            }
+        }
+        targets_.clear();
+    }
+
+private:
+    static constexpr std::size_t kRegisters = 4;
+    static constexpr std::size_t kStrip = 4 * kRegisters;
+    struct Target {
+        float weight;
+        const float* values;
+        std::size_t count;
+    };
+
+    void addStrip(float* sum, const float* base, std::size_t start) const {
+        Lanes sums[kRegisters];
+        Lanes bases[kRegisters];
+        for (std::size_t r = 0; r < kRegisters; ++r) {
+            sums[r] = loadLanes(sum + 4 * r);
+            bases[r] = loadLanes(base + 4 * r);
+        }
+        for (const Target& target : targets_) {
+            for (std::size_t r = 0; r < kRegisters; ++r) {
+                sums[r] += target.weight * (loadLanes(target.values + start + 4 * r) - bases[r]);
+            }
+        }
+        for (std::size_t r = 0; r < kRegisters; ++r) {
+            storeLanes(sums[r], sum + 4 * r);
+        }
+    }
+
+    const Mesh& base_;
+    svec<Target, 8> targets_;
+};
+
+template <class T>
+void addDifference(T& result, float weight, const T& base, const T& target, const WeightMap& factors) {
+    const unsigned count = commonPoints(result, base, target);
     const std::vector<vec3>& from = pointsOf(base);
     const std::vector<vec3>& to = pointsOf(target);
-    if (std::is_same_v<T, Mesh> && factors.empty()) {
-        addPlainDifference(glm::value_ptr(pointsOf(result)[0]), weight, glm::value_ptr(from[0]), glm::value_ptr(to[0]),
-                           std::size_t{3} * count);
-        return;
-    }
     auto factor = factors.begin();
     for (unsigned i = 0; i < count; ++i) {
         float pointWeight = weight;
@@ -92,9 +163,7 @@ void addDeltas(T& result, float weight, const DeltaList& deltas) {
     const std::size_t count = deltas.size();
     for (std::size_t k = 0; k < count; ++k) {
         const auto& [i, delta] = deltas[k];
-        if (i >= bound) {
-            requireIndex("deltas", k, i, bound, "the base");
-        }
+        requireIndex("deltas", k, i, bound, "the base");
         writePoint(result, i, pointsOf(result)[i] + weight * delta);
     }
 }
@@ -102,10 +171,13 @@ void addDeltas(T& result, float weight, const DeltaList& deltas) {
 } // namespace
 
 void IMPL_blend_target(Mesh& result, float weight, Mesh const& base, Mesh const& target, WeightMap const& factors) {
-    if (belowThreshold(weight)) {
-        return;
+    HeldTargets<Mesh> held(base);
+    if (factors.empty()) {
+        held.add(result, weight, target);
+        held.addTo(result);
+    } else if (!belowThreshold(weight)) {
+        addDifference(result, weight, base, target, factors);
     }
-    addDifference(result, weight, base, target, factors);
 }
 
 void IMPL_blend_target(Curve& result, float weight, Curve const& base, Curve const& target, WeightMap const& factors) {
@@ -153,15 +225,21 @@ T blendShape(float envelope, T const& base, WeightMap weights, TargetShapes<T> s
         return result;
     }
     const WeightMap noFactors;
+    HeldTargets<T> held(base);
     const auto apply = [&](float weight, const TargetTriple& item) {
         if (item.kind == ItemKind::kDeltas) {
             // The target's weight map scales whole shapes only: deliberate.
+            held.addTo(result);
             IMPL_blend_target(result, weight, deltas.at(item.index).get());
             return;
         }
-        const auto factors = weightMaps.find(item.index.first);
-        IMPL_blend_target(result, weight, base, shapes.at(item.index).get(),
-                          factors == weightMaps.end() ? noFactors : factors->second);
+        const auto found = weightMaps.find(item.index.first);
+        const WeightMap& factors = found == weightMaps.end() ? noFactors : found->second;
+        const T& target = shapes.at(item.index).get();
+        if (!factors.empty() || !held.add(result, weight, target)) {
+            held.addTo(result);
+            IMPL_blend_target(result, weight, base, target, factors);
+        }
     };
 
     for (const auto& [target, weight] : weights) {
@@ -189,6 +267,7 @@ T blendShape(float envelope, T const& base, WeightMap weights, TargetShapes<T> s
             apply(scaled * envelope, first);
         }
     }
+    held.addTo(result);
     return result;
 }
 

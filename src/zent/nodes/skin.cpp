@@ -13,12 +13,18 @@ namespace {
 /// What an influence does to a point: the columns of its linear part, and its translation.
 struct Influence {
     Lanes column[4];
+
+    Lanes operator()(vec3 p) const { return column[0] * p.x + column[1] * p.y + column[2] * p.z + column[3]; }
 };
 
 using SkinPalette = svec<Influence, 8>;
 
 Lanes lanes(vec3 v) {
     return Lanes{v.x, v.y, v.z, 0.0f};
+}
+
+vec3 toVec3(Lanes v) {
+    return vec3(v[0], v[1], v[2]);
 }
 
 SkinPalette combineInfluences(const mat4& geomMatrix, const std::vector<mat4>& matrix,
@@ -63,30 +69,41 @@ T IMPL_skin(float envelope, T const& input, mat4 const& geomMatrix, std::vector<
     const SkinPalette palette = combineInfluences(geomMatrix, matrix, bindPreMatrix);
     T result = cleared(input);
 
-    const std::vector<vec3>& from = pointsOf(input);
+    const vec3* const from = pointsOf(input).data();
+    const vec3* const to = pointsOf(result).data();
     const std::size_t pointBound = indexBound(input);
     const Influence* const influences = palette.data();
     const std::size_t influenceBound = palette.size();
     const auto* const tuples = weights.data();
     const std::size_t count = weights.size();
+    // The tuples mostly stand together by point, whose sum is then written once, or else by influence, whose columns
+    // are then read once.
     for (std::size_t k = 0; k < count;) {
-        // The tuples of one point mostly stand together: its sum is written once.
-        const unsigned int point = std::get<0>(tuples[k]);
-        if (point >= pointBound) {
-            requireIndex("weights", k, point, pointBound, "the input");
+        auto [point, influence, weight] = tuples[k];
+        requireIndex("weights", k, point, pointBound, "the input");
+        requireIndex("weights' influences", k, influence, influenceBound, "matrix");
+        if (k + 1 < count && std::get<0>(tuples[k + 1]) == point) {
+            const vec3 position = from[point];
+            Lanes sum = lanes(to[point]);
+            do {
+                const auto& [p, i, w] = tuples[k];
+                requireIndex("weights' influences", k, i, influenceBound, "matrix");
+                sum += w * influences[i](position);
+                ++k;
+            } while (k < count && std::get<0>(tuples[k]) == point);
+            writePoint(result, point, toVec3(sum));
+        } else {
+            const Influence chosen = influences[influence];
+            do {
+                requireIndex("weights", k, point, pointBound, "the input");
+                writePoint(result, point, toVec3(lanes(to[point]) + weight * chosen(from[point])));
+                if (++k == count) {
+                    break;
+                }
+                point = std::get<0>(tuples[k]);
+                weight = std::get<2>(tuples[k]);
+            } while (std::get<1>(tuples[k]) == influence);
         }
-        const vec3 position = from[point];
-        Lanes sum = lanes(pointsOf(result)[point]);
-        do {
-            const auto& [v, influence, weight] = tuples[k];
-            if (influence >= influenceBound) {
-                requireIndex("weights' influences", k, influence, influenceBound, "matrix");
-            }
-            const Lanes* const column = influences[influence].column;
-            sum += weight * (column[0] * position.x + column[1] * position.y + column[2] * position.z + column[3]);
-            ++k;
-        } while (k < count && std::get<0>(tuples[k]) == point);
-        writePoint(result, point, vec3(sum[0], sum[1], sum[2]));
     }
     return result;
 }
