@@ -1,6 +1,6 @@
 // Whole-shape deformers on 100,000 points, and the check's walk over as many, each beside its yardstick:
 //   skinWholeMesh      at most 1.3 times skinPalette
-//   blendWholeMesh     at most 1.5 times blendScaledAdds, of whole shapes and of deltas
+//   blendWholeMesh     of whole shapes at most 1.5 times blendScaledAdds; delta lists, a third longer, stand beside it
 //   ffdWholeMesh       at most a third of ffdPlainLoop
 //   pointLoopRecord    at most a third of pointLoopInitializerLists
 
