@@ -1,0 +1,100 @@
+// Any manifest, scene and resource file, in this order, make a run that ends, and leaves nothing behind. Deformers run,
+// and all that a record reads is reported.
+#include "support/input.h"
+
+#include "maya/Commands.h"
+#include "maya/Scene.h"
+#include "scene/sceneFile.h"
+#include "zent/Binding.h"
+#include "zent/Check.h"
+#include "zent/expression/VM.h"
+#include "zent/proxies/Expression.h"
+#include "zent/resource.h"
+
+#include <maya/MFnPlugin.h>
+
+#include <memory>
+#include <stdexcept>
+
+namespace {
+
+enum Part { kManifest, kScene, kResource, kParts };
+
+std::vector<std::string> words() {
+    std::vector<std::string> list{"n.a0",         "n.a1",  "n.a2", "n.a3[0]",   "n.a4[1]",
+                                  "|m|mShape.a0", "n.a0X", "n",    "node_name", "n.a7[7].a"};
+    for (const auto& proxy : zent::makeProxies()) {
+        list.push_back(proxy->name());
+    }
+    return list;
+}
+
+/// The adapter of expressions, which ends one that never would: a loop without end is the program's own.
+class BoundedExpression : public zent::ProxyExpression {
+    zent::json zentResult(const zent::Arguments& args) const override {
+        return zent::results(zent::output(zent::call<run>(args)));
+    }
+    static zent::VM::Floats run(zent::VM::Floats inputs, std::vector<unsigned char> code,
+                                std::vector<zent::Value> constants) {
+        constexpr std::uint64_t kInstructions = 20000;
+        return zent::VM(std::move(code), std::move(constants)).executeAtMost(kInstructions, std::move(inputs));
+    }
+};
+
+void registerCommand() {
+    zent::ZentCheck::initProxies();
+    zent::ZentCheck::addProxy(std::make_unique<BoundedExpression>());
+    MObject plugin;
+    MFnPlugin(plugin).registerCommand(zent::ZentCheck::name, zent::ZentCheck::creator, zent::ZentCheck::createSyntax);
+}
+
+/// The storage of a new process.
+void resetStorage() {
+    delete zent::Element::pResource;
+    zent::Element::pResource = nullptr;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    registerCommand();
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static fuzz::MemoryFile files[kParts];
+    const std::vector<std::string> contents = fuzz::split(data, size, kParts);
+    if (fuzz::isMostlyMissing(contents[kResource])) {
+        return 0;
+    }
+    const std::string& manifest = files[kManifest].write(contents[kManifest]);
+    const std::string& resource = files[kResource].write(contents[kResource]);
+    try {
+        if (!contents[kScene].empty()) {
+            scene::readSceneFile(files[kScene].write(contents[kScene]), resource, scene::Scene::current());
+        }
+        host::runCommand("ZentCheck", {"-id", "false", "-x", "false", "-v", "2", manifest, resource});
+    } catch (const std::runtime_error&) {
+    }
+    scene::Scene::current().clear();
+    resetStorage();
+    return 0;
+}
+
+extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t room, unsigned seed) {
+    static const std::vector<std::string> kWords = words();
+    fuzz::Random random(seed);
+    std::vector<std::string> files = fuzz::split(data, size, kParts);
+    const auto kind = random() % 32;
+    if (kind < 18 || (kind < 22 && files[kScene].empty())) {
+        files[kManifest] = fuzz::mutateJson(files[kManifest], random, kWords);
+    } else if (kind < 22) {
+        files[kScene] = fuzz::mutateJson(files[kScene], random, kWords);
+    } else if (kind < 31) {
+        files[kResource] = fuzz::mutateResource(files[kResource], random);
+    } else {
+        std::string& file = files[random() % kParts];
+        file = fuzz::mutateBytes(file, file.size() + 64);
+    }
+    return fuzz::put(files, data, size, room);
+}
