@@ -22,21 +22,21 @@ std::string folder() {
     return path.string();
 }
 
-std::string content(const std::string& path) {
+} // namespace
+
+std::string readFile(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     std::stringstream text;
     text << file.rdbuf();
     return text.str();
 }
 
-} // namespace
-
 Outcome zentcheck(const std::string& arguments) {
     const std::string out = folder() + "/stdout";
     const std::string err = folder() + "/stderr";
     const std::string command = std::string(ZENTCHECK) + " " + arguments + " >" + out + " 2>" + err;
     const int status = std::system(command.c_str()); // NOLINT(cert-env33-c): the test's own command line
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, content(out), content(err)};
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, readFile(out), readFile(err)};
 }
 
 std::string writeFile(const std::string& name, const std::string& content) {

@@ -1,0 +1,62 @@
+#include "run/zentcheck.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+namespace zent::test {
+namespace {
+
+const std::string kArm = ZENT_EXAMPLES "/arm/";
+
+int count(const std::string& text, const std::string& part) {
+    int found = 0;
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + part.size())) {
+        ++found;
+    }
+    return found;
+}
+
+Outcome check(const std::string& manifest, const std::string& options) {
+    return zentcheck("--ignore-deformer false --stop-on-first-error false " + options + " --scene " + kArm +
+                     "scene.json " + kArm + manifest + " " + kArm + "resource.bin");
+}
+
+// The script computes the scene in double precision, with nothing of the library.
+TEST(ArmTest, EveryRecordMatchesAnIndependentComputation) {
+    const Outcome outcome = check("manifest.json", "--verbose 1");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, ""); // no method is ignored
+    const int records = count(readFile(kArm + "manifest.json"), "\"method\"");
+    EXPECT_GE(records, 50);
+    EXPECT_EQ(count(outcome.out, "====== start running "), records);
+    EXPECT_EQ(count(outcome.out, "====== end running "), records);
+    EXPECT_EQ(count(outcome.out, "\n"), 2 * records); // and nothing else
+}
+
+TEST(ArmTest, TheFaultsAreReported) {
+    const Outcome outcome = check("faults.json", "");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_EQ(count(outcome.out, "maya output: "), 3);
+    std::size_t at = 0;
+    for (const char* line : {"===== unmatch on reachRatio(multiplyDivide1D) =====\n",
+                             "===== unmatch on wristTurns(orientConstraint) =====\n", "error index: 80\n",
+                             "===== unmatch on armSkin(skinMesh) =====\n"}) {
+        at = outcome.out.find(line, at);
+        ASSERT_NE(at, std::string::npos) << line << outcome.out;
+    }
+}
+
+TEST(ArmTest, TheFilesAreWhatTheScriptWrites) {
+    const std::string folder = std::filesystem::path(writeFile("folder", "")).parent_path().string();
+    const std::string command = std::string(ZENT_PYTHON) + " -B " + kArm + "make.py " + folder;
+    ASSERT_EQ(std::system(command.c_str()), 0); // NOLINT(cert-env33-c): the test's own command line
+    for (const char* name : {"scene.json", "manifest.json", "faults.json", "resource.bin"}) {
+        EXPECT_EQ(readFile(folder + "/" + name), readFile(kArm + name)) << name;
+    }
+}
+
+} // namespace
+} // namespace zent::test
