@@ -9,6 +9,7 @@
 #include "zent/Check.h"
 #include "zent/expression/VM.h"
 #include "zent/proxies/Expression.h"
+#include "zent/proxies/WeightDriverPoses.h"
 #include "zent/resource.h"
 
 #include <maya/MFnPlugin.h>
@@ -41,8 +42,25 @@ class BoundedExpression : public zent::ProxyExpression {
     }
 };
 
+/// The adapter of pose interpolators, which passes over those whose matrices would only take time.
+class BoundedPoses : public zent::ProxyWeightDriverPoses {
+    zent::json zentResult(const zent::Arguments& args) const override {
+        constexpr unsigned int kMostPoses = 64;
+        constexpr unsigned int kTooMany = 2048; // beyond them there are no matrices
+        for (const unsigned int attribute : {3, 4}) {
+            for (const zent::Element& element : args.get(attribute).elements()) {
+                if (element.index(0) >= kMostPoses && element.index(0) < kTooMany) {
+                    throw std::runtime_error("many poses");
+                }
+            }
+        }
+        return ProxyWeightDriverPoses::zentResult(args);
+    }
+};
+
 void registerCommand() {
     zent::ZentCheck::initProxies();
+    zent::ZentCheck::addProxy(std::make_unique<BoundedPoses>());
     zent::ZentCheck::addProxy(std::make_unique<BoundedExpression>());
     MObject plugin;
     MFnPlugin(plugin).registerCommand(zent::ZentCheck::name, zent::ZentCheck::creator, zent::ZentCheck::createSyntax);

@@ -2,7 +2,8 @@
 """Writes the inputs that the fuzzers start from: fuzz/seeds.py FOLDER, into FOLDER/NAME for the fuzzer NAME.
 
 There is a record of each method of docs/methods.md with arguments of the types that stand there, once as literals and
-blocks of a resource file, once as plugs of a scene; each block form; the scenes of docs/scene-file.md; and the examples."""
+blocks of a resource file, once as plugs of a scene; each block form; the scenes of docs/scene-file.md; and of the
+examples a record of each method."""
 import json
 import pathlib
 import re
@@ -164,11 +165,51 @@ def records():
         yield Record(cells[0].strip("`"), outputs, arguments)
 
 
-def examples():
-    """The manifests, scenes and resource files of the examples, as far as they go together by folder."""
-    for manifest in sorted((ROOT / "examples").glob("*/manifest.json")):
-        scene, resource = manifest.with_name("scene.json"), manifest.with_name("resources.bin")
-        yield manifest.parent.name, *(path.read_bytes() if path.exists() else b"" for path in (manifest, scene, resource))
+def blocks_of(file):
+    count, = struct.unpack_from("<Q", file)
+    offsets = struct.unpack_from(f"<{count + 1}Q", file, 8)
+    start = 8 * (count + 2) - offsets[0]
+    return [file[start + begin:start + end] for begin, end in zip(offsets, offsets[1:])]
+
+
+def replace_ids(value, number_of):
+    """The value with each block's number replaced by what the function gives for it."""
+    if isinstance(value, dict) and "id" in value:
+        return {**value, "id": number_of(value["id"])}
+    if isinstance(value, dict):
+        return {key: replace_ids(item, number_of) for key, item in value.items()}
+    return [replace_ids(item, number_of) for item in value] if isinstance(value, list) else value
+
+
+def texts_in(value):
+    if isinstance(value, str):
+        yield value
+    for item in value.values() if isinstance(value, dict) else value if isinstance(value, list) else []:
+        yield from texts_in(item)
+
+
+def example(folder):
+    """For each method of an example a record of it, with the part of the scene and the blocks that it reads."""
+    scene = json.loads((folder / "scene.json").read_text())
+    blocks = blocks_of((folder / "resource.bin").read_bytes())
+    records = {record["method"]: record for record in json.loads((folder / "manifest.json").read_text())}
+    for method, record in records.items():
+        used = {text.split(".")[0].split("|")[-1] for text in texts_in(record)}
+        for source, destination in scene["connections"]:
+            if destination.split(".")[0].split("|")[-1] in used:
+                used.add(source.split(".")[0].split("|")[-1])
+        nodes = {name: node for name, node in scene["nodes"].items() if name.split("|")[-1] in used}
+        connections = [pair for pair in scene["connections"]
+                       if all(plug.split(".")[0] in nodes or plug.split(".")[0].split("|")[-1] in used for plug in pair)]
+        ids = []
+
+        def number_of(block):
+            if block not in ids:
+                ids.append(block)
+            return ids.index(block)
+
+        part = replace_ids([[record], {"nodes": nodes, "connections": connections}], number_of)
+        yield method, *part, file_of([blocks[block] for block in ids])
 
 
 def main(folder):
@@ -198,8 +239,10 @@ def main(folder):
     write("expression", "call", bytes([3, 1, 2]) + packed("d", 2.5) + BLOCKS["byte code"])
     write("assembly", "bytes", BLOCKS["byte code"])
     write("assembly", "text", ASSEMBLY.encode())
-    for name, manifest, scene, resource in examples():
-        write("run", name, manifest, scene, resource)
+    for manifest in (ROOT / "examples").glob("*/manifest.json"):
+        for method, record, scene, resource in example(manifest.parent):
+            write("run", f"{manifest.parent.name}-{method}", record, scene, resource)
+            write("scene", f"{manifest.parent.name}-{method}", scene, resource)
 
 
 if __name__ == "__main__":

@@ -230,7 +230,7 @@ const std::string& MemoryFile::write(const std::string& content) {
 }
 
 bool isMostlyMissing(const std::string& resource) {
-    constexpr std::uint64_t kMissing = std::uint64_t{1} << 16;
+    constexpr std::uint64_t kMissing = std::uint64_t{1} << 12;
     std::uint64_t count = 0;
     std::uint64_t ends[2] = {};
     if (resource.size() < 16) {

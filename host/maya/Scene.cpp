@@ -9,6 +9,7 @@ namespace scene {
 
 namespace {
 
+constexpr std::size_t kMostCopies = std::size_t{1} << 20;
 constexpr std::ptrdiff_t kMaxLevels = 1000; // each level keeps its whole path
 
 [[noreturn]] void fail(const std::string& text) {
@@ -172,6 +173,7 @@ Slot& Scene::addPrototype(Slot& multi) {
 }
 
 void Scene::copyShape(const Slot& from, Slot& to) {
+    ++copies_;
     to.type = from.type;
     to.kind = from.kind;
     to.unit = from.unit;
@@ -189,6 +191,10 @@ void Scene::copyShape(const Slot& from, Slot& to) {
 Slot& Scene::element(Slot& multi, unsigned int index) {
     if (Slot* existing = existingElement(multi, index)) {
         return *existing;
+    }
+    if (copies_ > kMostCopies) {
+        fail(fullName(multi) + ": there are more than " + std::to_string(kMostCopies) +
+             " plugs of elements that the scene does not list");
     }
     const Slot* model = multi.children.empty() ? multi.prototype : multi.children.front();
     Slot& added = addElement(multi, index);
@@ -232,6 +238,7 @@ void Scene::clear() {
     names_.clear();
     nodesByPath_.clear();
     destinations_.clear();
+    copies_ = 0;
     slots_.clear();
     nodes_.clear();
 }

@@ -52,6 +52,7 @@ private:
 
     Arena<Node> nodes_;
     Arena<Slot> slots_;
+    std::size_t copies_ = 0; ///< of plugs, for elements that the scene file does not list
     std::vector<const Slot*> destinations_;
     std::unordered_map<std::string, Node*> nodesByPath_;
     NameIndex names_;

@@ -198,7 +198,7 @@ void Reader::shortCompound(Slot& slot, const Json& value) const {
 
 void Reader::compound(Slot& slot, const Json& children) const {
     requireObject(slot, "compound", children);
-    requireDistinctNames(children, fullName(slot));
+    requireDistinctNames(children, [&slot] { return fullName(slot); });
     slot.kind = Slot::Kind::compound;
     for (const auto& [name, value] : members(children)) {
         attribute(scene.addChild(slot, name), value);
@@ -253,19 +253,19 @@ void readAttribute(Scene& scene, GeometryReader& geometry, Slot& slot, const Jso
     Reader{scene, geometry}.attribute(slot, value);
 }
 
-void requireDistinctNames(const Json& object, const std::string& owner) {
+void requireDistinctNames(const Json& object, const std::function<std::string()>& owner) {
     std::vector<std::string_view> names;
     names.reserve(object.size());
     for (const auto& [name, value] : members(object)) {
         if (name.empty() || name.find_first_of(".[]") != std::string::npos) {
-            throw std::runtime_error(fmt::format("{}: \"{}\" is no attribute's name", owner, name));
+            throw std::runtime_error(fmt::format("{}: \"{}\" is no attribute's name", owner(), name));
         }
         names.push_back(name);
     }
     std::sort(names.begin(), names.end());
     const auto twin = std::adjacent_find(names.begin(), names.end());
     if (twin != names.end()) {
-        throw std::runtime_error(fmt::format("{}: there are two \"{}\"", owner, *twin));
+        throw std::runtime_error(fmt::format("{}: there are two \"{}\"", owner(), *twin));
     }
 }
 

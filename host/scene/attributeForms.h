@@ -4,12 +4,15 @@
 #include "scene/GeometryReader.h"
 #include "scene/Json.h"
 
+#include <functional>
+#include <string>
+
 namespace scene {
 
 /// Gives a new plug the kind and the value that a scene file tells, with all that lies below it.
 void readAttribute(Scene& scene, GeometryReader& geometry, Slot& slot, const Json& value);
 
 /// Throws std::runtime_error where an object of attributes or children has two of one name.
-void requireDistinctNames(const Json& object, const std::string& owner);
+void requireDistinctNames(const Json& object, const std::function<std::string()>& owner);
 
 } // namespace scene

@@ -42,7 +42,7 @@ std::vector<char> readFile(const std::string& path) {
 
 void readNode(const std::string& path, const Json& attributes, GeometryReader& geometry, Scene& scene) {
     Node& node = scene.addNode(path);
-    requireDistinctNames(attributes, path);
+    requireDistinctNames(attributes, [&path] { return path; });
     for (const auto& [name, value] : members(attributes)) {
         readAttribute(scene, geometry, scene.addAttribute(node, name), value);
     }

@@ -19,6 +19,7 @@
 #include <maya/MSelectionList.h>
 
 #include <stdexcept>
+#include <unordered_set>
 #include <utility>
 
 namespace zent {
@@ -104,17 +105,41 @@ MPlug attributePlug(const std::string& node, const std::string& attribute) {
     return MFnDependencyNode(object).findPlug(toMaya(attribute), true);
 }
 
-/// The child of a name. No such child yields the plug itself: deliberate, manifests name parents through it.
-MPlug childPlug(const MPlug& plug, const std::string& name) {
-    for (unsigned int i = 0; i < plug.numChildren(); ++i) {
-        const MPlug child = plug.child(i);
-        const std::string path = child.partialName(false, true, true, false, false, true).asChar();
-        if (path.substr(path.rfind('.') + 1) == name) { // the whole path where it has no "."
-            return child;
+/// Steps from a plug to its children.
+class Descent {
+public:
+    explicit Descent(const MPlug& plug) : plug_(plug) {}
+
+    const MPlug& plug() const { return plug_; }
+    void enter(const MPlug& plug) {
+        plug_ = plug;
+        names_.clear();
+    }
+    /// To the child of a name. No such child yields the plug itself: deliberate, manifests name parents through it.
+    void toChild(const std::string& name) {
+        if (!names_.empty() && names_.count(name) == 0) {
+            return;
+        }
+        for (unsigned int i = 0; i < plug_.numChildren(); ++i) {
+            if (const MPlug child = plug_.child(i); nameOf(child) == name) {
+                enter(child);
+                return;
+            }
+        }
+        for (unsigned int i = 0; i < plug_.numChildren(); ++i) {
+            names_.insert(nameOf(plug_.child(i)));
         }
     }
-    return plug;
-}
+
+private:
+    static std::string nameOf(const MPlug& child) {
+        const std::string path = child.partialName(false, true, true, false, false, true).asChar();
+        return path.substr(path.rfind('.') + 1); // the whole path where it has no "."
+    }
+
+    MPlug plug_;
+    std::unordered_set<std::string> names_; ///< of all its children, once it was asked for one that it does not have
+};
 
 /// The element that a part such as "weights[3]" asks for, the plug itself for a part without an index.
 MPlug elementPlug(const MPlug& plug, const std::string& part) {
@@ -146,10 +171,14 @@ MPlug selectPlug(std::string name) {
     std::vector<std::string> parts;
     boost::algorithm::split(parts, path, boost::algorithm::is_any_of("."));
 
-    MPlug plug = elementPlug(attributePlug(name.substr(0, dot), withoutIndex(parts.front())), parts.front());
+    Descent descent(elementPlug(attributePlug(name.substr(0, dot), withoutIndex(parts.front())), parts.front()));
     for (std::size_t i = 1; i < parts.size(); ++i) {
-        plug = elementPlug(childPlug(plug, withoutIndex(parts[i])), parts[i]);
+        descent.toChild(withoutIndex(parts[i]));
+        if (const MPlug element = elementPlug(descent.plug(), parts[i]); !(element == descent.plug())) {
+            descent.enter(element);
+        }
     }
+    const MPlug& plug = descent.plug();
     if (plug.isNull()) {
         const std::string text = fmt::format("Cannot find plug \"{}\"", name);
         MGlobal::displayError(toMaya(text));
@@ -283,7 +312,8 @@ Lattice shape_value<Lattice>(const MPlug& plug) {
     MFnLattice points(MFnLatticeData(handle.data()).lattice());
     Lattice lattice;
     points.getDivisions(lattice.s, lattice.t, lattice.u);
-    for (unsigned int u = 0; u < lattice.u; ++u) {
+    const bool isEmpty = lattice.s == 0 || lattice.t == 0; // and may have any number of layers
+    for (unsigned int u = 0; !isEmpty && u < lattice.u; ++u) {
         for (unsigned int t = 0; t < lattice.t; ++t) {
             for (unsigned int s = 0; s < lattice.s; ++s) {
                 lattice.points.push_back(narrowPoint(points.point(s, t, u)));

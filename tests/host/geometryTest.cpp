@@ -113,6 +113,17 @@ TEST_F(GeometryTest, RefusesALatticeBlockWhoseCountsWrap) {
     EXPECT_NE(told.find("n.l: block 0 of the resource file: lattice has 65536 points"), std::string::npos) << told;
 }
 
+TEST_F(GeometryTest, ReadsALatticeOfEmptyLayersAtOnce) {
+    Lattice lattice;
+    std::tie(lattice.s, lattice.t, lattice.u) = std::tuple(0U, 0xFFFFFFFFU, 0xFFFFFFFFU);
+    ResourceWriter writer;
+    writer.add(lattice);
+    const std::string resource = temporaryPath("layers.bin");
+    writer.write(resource);
+    open(R"({"nodes": {"n": {"l": {"lattice": {"id": 0}}}}})", resource);
+    EXPECT_TRUE(read<Lattice>("n.l").points.empty());
+}
+
 /// Six vertices in two rows of three, the quads 0 1 4 3 and 1 2 5 4, and a triangle 5 2 1 on the second.
 const char* const kStrip = R"({"nodes": {
     "|strip|shape": {"outMesh": {"mesh": {"points": [[0,0,0], [1,0,0], [2,0,0], [0,1,0], [1,1,0], [2,1,0]],

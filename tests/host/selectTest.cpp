@@ -59,6 +59,30 @@ TEST_F(SelectTest, AWrongChildYieldsItsParent) {
     EXPECT_EQ(element("n.list[2].nothing.listZ").getFloat(), 5.0f);
 }
 
+// Each of a name's parts may be one that passes over many children.
+TEST_F(SelectTest, TakesLongNamesOfWideCompounds) {
+    std::string children = R"("last": 7)";
+    for (int i = 0; i < 2000; ++i) {
+        children.insert(0, "\"c" + std::to_string(i) + "\": 0, ");
+    }
+    open(R"({"nodes": {"n": {"wide": {"compound": {)" + children + R"(}},
+                             "list": {"multi": {"0": {"compound": {)" +
+         children + "}}}}}}}");
+    std::string name = "n.wide";
+    for (int i = 0; i < 20000; ++i) {
+        name += ".x" + std::to_string(i);
+    }
+    EXPECT_EQ(element(name + ".last").getFloat(), 7.0f);
+    // Elements that the scene does not list are made, with all that is below them.
+    const auto readMany = [] {
+        for (int i = 1; i < 1000; ++i) {
+            EXPECT_EQ(element("n.list[" + std::to_string(i) + "].last").getFloat(), 0.0f);
+        }
+    };
+    EXPECT_EQ(thrownText(readMany),
+              "n.list: there are more than 1048576 plugs of elements that the scene does not list");
+}
+
 TEST_F(SelectTest, PutsTheNamespaceBeforeEachLevel) {
     open(R"({"nodes": {"|ns:a|ns:b": {"v": 1, "rotate": [{"angle": 180}, 0, 0]}, "ns:a:c": {"v": 2}, "|a|b": {"v": 3},
                        "c": {"v": 4}, "|ns:top": {"v": 5}, "ns:d": {"message": 6}}})");

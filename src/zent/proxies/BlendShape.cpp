@@ -12,6 +12,19 @@
 namespace zent {
 namespace {
 
+/// Points of whole shapes, deltas and factors that a record may name in all: each is kept for its point in a map entry
+/// of its own, and one block or plug may stand for many targets.
+constexpr std::size_t kMostEntries = std::size_t{1} << 24;
+
+template <class Map, class Size>
+std::size_t totalSize(const Map& lists, Size size) {
+    std::size_t total = 0;
+    for (const auto& [key, list] : lists) {
+        total += size(list);
+    }
+    return total;
+}
+
 /// The items of a port by their first two logical indices; a later one replaces an earlier one.
 template <class Item>
 std::map<ItemIndex, Item> readItems(const Port& port) {
@@ -60,6 +73,12 @@ template <class T>
 void ProxyBlendShape<T>::split_attributes(const std::map<ItemIndex, T>& shapes,
                                           const std::map<ItemIndex, DeltaList>& deltas,
                                           const std::map<unsigned int, WeightMap>& weightMaps) {
+    const auto sizeOf = [](const auto& list) { return list.size(); };
+    const std::size_t entries = totalSize(shapes, [](const T& shape) { return pointsOf(shape).size(); }) +
+                                totalSize(deltas, sizeOf) + totalSize(weightMaps, sizeOf);
+    if (entries > kMostEntries) {
+        fail(fmt::format("the targets hold {} points, deltas and factors, more than {}", entries, kMostEntries));
+    }
     // A periodic curve's overlap has its records here, unlike in the other deformers: deliberate.
     attributes.assign(std::is_same_v<T, Curve> ? pointsOf(this->input).size() : pointCount(this->input), {});
     for (const auto& [index, shape] : shapes) {
@@ -90,9 +109,24 @@ void ProxyBlendShape<T>::split_attributes(const std::map<ItemIndex, T>& shapes,
 }
 
 template <class T>
+WeightMap ProxyBlendShape<T>::weightsOf(const VtxAttribute& attribute) const {
+    WeightMap own;
+    const auto add = [&](const auto& items) {
+        for (const auto& [index, item] : items) {
+            if (const auto weight = weights.find(index.first); weight != weights.end()) {
+                own.insert(*weight);
+            }
+        }
+    };
+    add(attribute.shapes);
+    add(attribute.deltas);
+    return own;
+}
+
+template <class T>
 void ProxyBlendShape<T>::deform(T& point, unsigned int index) const {
     const VtxAttribute& attribute = attributes.at(index);
-    point = blendShape<T>(envelope, point, weights, referTo(attribute.shapes), referTo(attribute.deltas),
+    point = blendShape<T>(envelope, point, weightsOf(attribute), referTo(attribute.shapes), referTo(attribute.deltas),
                           attribute.weightMaps);
 }
 

@@ -27,6 +27,9 @@ private:
     void split_attributes(const std::map<ItemIndex, T>& shapes, const std::map<ItemIndex, DeltaList>& deltas,
                           const std::map<unsigned int, WeightMap>& weightMaps);
 
+    /// The weights of the targets that have something for the point; the others would only be passed over.
+    WeightMap weightsOf(const VtxAttribute& attribute) const;
+
     float envelope = 0.0f;
     WeightMap weights;
     std::vector<VtxAttribute> attributes;
