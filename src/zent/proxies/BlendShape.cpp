@@ -12,33 +12,48 @@
 namespace zent {
 namespace {
 
-/// Points of whole shapes, deltas and factors that a record may name in all: each is kept for its point in a map entry
+/// Counts the points of whole shapes, the deltas and the factors of a record. Each is kept for its point in a map entry
 /// of its own, and one block or plug may stand for many targets.
-constexpr std::size_t kMostEntries = std::size_t{1} << 24;
-
-template <class Map, class Size>
-std::size_t totalSize(const Map& lists, Size size) {
-    std::size_t total = 0;
-    for (const auto& [key, list] : lists) {
-        total += size(list);
+class EntryCount {
+public:
+    template <class T>
+    void add(const T& shape) {
+        addEntries(pointsOf(shape).size());
     }
-    return total;
-}
+    void add(const DeltaList& deltas) { addEntries(deltas.size()); }
+    void add(const WeightMap& factors) { addEntries(factors.size()); }
+
+private:
+    static constexpr std::size_t kMost = std::size_t{1} << 24;
+
+    void addEntries(std::size_t entries) {
+        count_ += entries;
+        if (count_ > kMost) {
+            fail(fmt::format("the targets hold more than {} points, deltas and factors", kMost));
+        }
+    }
+
+    std::size_t count_ = 0;
+};
 
 /// The items of a port by their first two logical indices; a later one replaces an earlier one.
 template <class Item>
-std::map<ItemIndex, Item> readItems(const Port& port) {
+std::map<ItemIndex, Item> readItems(const Port& port, EntryCount& count) {
     std::map<ItemIndex, Item> items;
     for (const Element& element : port.elements()) {
-        items[element.indexPair()] = element.get<Item>();
+        Item& item = items[element.indexPair()];
+        item = element.get<Item>();
+        count.add(item);
     }
     return items;
 }
 
-std::map<unsigned int, WeightMap> readWeightMaps(const Port& port) {
+std::map<unsigned int, WeightMap> readWeightMaps(const Port& port, EntryCount& count) {
     std::map<unsigned int, WeightMap> maps;
     for (const Element& element : port.elements()) {
-        maps[element.index(0)] = element.get<WeightMap>();
+        WeightMap& map = maps[element.index(0)];
+        map = element.get<WeightMap>();
+        count.add(map);
     }
     return maps;
 }
@@ -64,21 +79,16 @@ void ProxyBlendShape<T>::init(const Arguments& args, const std::vector<Port>& po
     envelope = read<float>(args.get(0));
     this->readInput(args.get(1));
     weights = args.get(2).getFloatMap();
-    const auto shapes = readItems<T>(args.get(3));
-    const auto deltas = readItems<DeltaList>(args.get(4));
-    split_attributes(shapes, deltas, readWeightMaps(args.get(5)));
+    EntryCount count;
+    const auto shapes = readItems<T>(args.get(3), count);
+    const auto deltas = readItems<DeltaList>(args.get(4), count);
+    split_attributes(shapes, deltas, readWeightMaps(args.get(5), count));
 }
 
 template <class T>
 void ProxyBlendShape<T>::split_attributes(const std::map<ItemIndex, T>& shapes,
                                           const std::map<ItemIndex, DeltaList>& deltas,
                                           const std::map<unsigned int, WeightMap>& weightMaps) {
-    const auto sizeOf = [](const auto& list) { return list.size(); };
-    const std::size_t entries = totalSize(shapes, [](const T& shape) { return pointsOf(shape).size(); }) +
-                                totalSize(deltas, sizeOf) + totalSize(weightMaps, sizeOf);
-    if (entries > kMostEntries) {
-        fail(fmt::format("the targets hold {} points, deltas and factors, more than {}", entries, kMostEntries));
-    }
     // A periodic curve's overlap has its records here, unlike in the other deformers: deliberate.
     attributes.assign(std::is_same_v<T, Curve> ? pointsOf(this->input).size() : pointCount(this->input), {});
     for (const auto& [index, shape] : shapes) {
