@@ -10,14 +10,14 @@ void Lists::copyTo(std::size_t i, MIntArray& list) const {
 }
 
 const Lists& MeshData::vertexFaces() const {
-    if (vertexFaces_.size() == points.length()) {
+    if (vertexFaces_.size() == points->length()) {
         return vertexFaces_;
     }
     // A counting sort by vertex: each list ends up in the ascending order of the walk. A polygon that names a vertex
     // twice is listed once.
-    std::vector<std::size_t> next(points.length() + 1, 0);
+    std::vector<std::size_t> next(points->length() + 1, 0);
     const auto eachCorner = [this](auto&& visit) {
-        std::vector<std::size_t> lastFace(points.length(), polygons.size());
+        std::vector<std::size_t> lastFace(points->length(), polygons.size());
         for (std::size_t face = 0; face < polygons.size(); ++face) {
             for (std::size_t i = polygons.begin(face); i < polygons.ends[face]; ++i) {
                 const auto vertex = static_cast<std::size_t>(polygons.values[i]);

@@ -12,6 +12,7 @@
 #include <array>
 #include <cstddef>
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -63,7 +64,8 @@ struct UvSet {
 
 struct MeshData : GeometryData {
     static constexpr MFn::Type kType = MFn::kMeshData;
-    MFloatPointArray points;
+    /// Shared by all meshes that are made from one block.
+    std::shared_ptr<MFloatPointArray> points = std::make_shared<MFloatPointArray>();
     Lists polygons; ///< vertex indices
     std::vector<std::pair<std::string, UvSet>> uvSets;
 

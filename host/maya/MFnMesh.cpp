@@ -17,7 +17,7 @@ bool isWorld(MSpace::Space space) {
 }
 
 MPoint pointIn(const MeshData& mesh, unsigned int vertex, MSpace::Space space) {
-    const MFloatPoint& point = mesh.points[vertex];
+    const MFloatPoint& point = (*mesh.points)[vertex];
     const MPoint own(static_cast<double>(point.x), static_cast<double>(point.y), static_cast<double>(point.z));
     return isWorld(space) ? scene::transformed(own, mesh.transform) : own;
 }
@@ -37,7 +37,7 @@ MFnMesh::MFnMesh(const MDagPath& path, MStatus* status) : MFnMesh(scene::meshAt(
 
 int MFnMesh::numVertices(MStatus* status) const {
     const auto* mesh = scene::as<MeshData>(object_);
-    return setStatus(status, mesh != nullptr) ? static_cast<int>(mesh->points.length()) : 0;
+    return setStatus(status, mesh != nullptr) ? static_cast<int>(mesh->points->length()) : 0;
 }
 
 int MFnMesh::numPolygons(MStatus* status) const {
@@ -50,7 +50,7 @@ MStatus MFnMesh::getPoints(MFloatPointArray& points, MSpace::Space space) const 
     if (mesh == nullptr) {
         return MStatus::kFailure;
     }
-    points = mesh->points;
+    points = *mesh->points;
     for (unsigned int i = 0; isWorld(space) && i < points.length(); ++i) {
         const MPoint point = pointIn(*mesh, i, space);
         points[i] = {static_cast<float>(point.x), static_cast<float>(point.y), static_cast<float>(point.z)};
@@ -60,7 +60,7 @@ MStatus MFnMesh::getPoints(MFloatPointArray& points, MSpace::Space space) const 
 
 MStatus MFnMesh::getPoint(int vertex, MPoint& point, MSpace::Space space) const {
     const auto* mesh = scene::as<MeshData>(object_);
-    if (mesh == nullptr || !isBelow(vertex, mesh->points.length())) {
+    if (mesh == nullptr || !isBelow(vertex, mesh->points->length())) {
         return MStatus::kFailure;
     }
     point = pointIn(*mesh, static_cast<unsigned int>(vertex), space);

@@ -23,7 +23,7 @@ std::size_t polygonCount(const MeshData* mesh) {
 }
 
 std::size_t vertexCount(const MeshData* mesh) {
-    return mesh == nullptr ? 0 : mesh->points.length();
+    return mesh == nullptr ? 0 : mesh->points->length();
 }
 
 MStatus moveOn(unsigned int& index, std::size_t count) {

@@ -4,7 +4,17 @@ namespace scene {
 
 namespace {
 
-constexpr std::size_t kFewAttributes = 8;
+constexpr int kFewNames = 32;
+
+/// Takes the attributes and what lies below compounds off `left`; false where they are more.
+bool areFew(const std::vector<Slot*>& slots, int& left) {
+    for (const Slot* slot : slots) {
+        if (--left < 0 || (slot->kind == Slot::Kind::compound && !areFew(slot->children, left))) {
+            return false;
+        }
+    }
+    return true;
+}
 
 /// Visits the names of attributes and of what lies below compounds; the first of a name is the one that has it.
 template <class Visit>
@@ -31,7 +41,8 @@ std::string Node::path() const {
 }
 
 Slot* Node::attribute(std::string_view attributeName) const {
-    if (attributes.size() <= kFewAttributes) {
+    int left = kFewNames;
+    if (index_ == nullptr && areFew(attributes, left)) {
         Slot* found = nullptr;
         eachName(attributes, [&](std::string_view known, Slot& slot) {
             found = found == nullptr && known == attributeName ? &slot : found;

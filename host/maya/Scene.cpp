@@ -10,7 +10,8 @@ namespace scene {
 namespace {
 
 constexpr std::size_t kMostCopies = std::size_t{1} << 20;
-constexpr std::ptrdiff_t kMaxLevels = 1000; // each level keeps its whole path
+constexpr std::ptrdiff_t kMaxLevels = 1000; // a path is told by recursion
+constexpr std::size_t kMaxName = 255;       // each element of a multi has its name
 
 [[noreturn]] void fail(const std::string& text) {
     throw std::runtime_error(text);
@@ -82,23 +83,34 @@ Scene& Scene::current() {
     return scene;
 }
 
-Node& Scene::nodeAt(const std::string& path) {
-    const auto [place, isNew] = nodesByPath_.try_emplace(path, nullptr);
-    Node*& node = place->second;
-    if (!isNew) {
-        return *node;
+Node& Scene::nodeBelow(Node* above, std::string_view name) {
+    if (const auto found = nodesByPlace_.find({above, name}); found != nodesByPlace_.end()) {
+        return *found->second;
     }
-    const std::size_t bar = path.rfind('|');
-    const bool isDag = bar != std::string::npos;
-    node = &nodes_.add();
-    node->name = isDag ? path.substr(bar + 1) : path;
-    node->type = isDag ? MFn::kDagNode : MFn::kDependencyNode;
-    node->isImplied = true;
-    if (isDag && bar > 0) {
-        node->parent = &nodeAt(path.substr(0, bar)); // whose filing leaves the reference `node` where it is
-        node->parent->children.push_back(node);
+    Node& node = nodes_.add();
+    node.name = name;
+    node.type = above == nullptr ? MFn::kDependencyNode : MFn::kDagNode;
+    node.isImplied = true;
+    if (above != nullptr && above != &root_) {
+        node.parent = above;
+        above->children.push_back(&node);
     }
-    names_.add(*node);
+    nodesByPlace_.emplace(Place(above, node.name), &node);
+    names_.add(node);
+    return node;
+}
+
+Node& Scene::nodeAt(std::string_view path) {
+    if (path.front() != '|') {
+        return nodeBelow(nullptr, path);
+    }
+    Node* node = &root_;
+    while (!path.empty()) {
+        path.remove_prefix(1);
+        const std::size_t end = std::min(path.find('|'), path.size());
+        node = &nodeBelow(node, path.substr(0, end));
+        path.remove_prefix(end);
+    }
     return *node;
 }
 
@@ -118,15 +130,26 @@ Node& Scene::addNode(const std::string& path) {
 }
 
 Node* Scene::findNode(std::string_view name) const {
-    if (!name.empty() && name.front() == '|') {
-        if (const auto found = nodesByPath_.find(std::string(name)); found != nodesByPath_.end()) {
-            return found->second;
+    Node* node = nullptr;
+    const Node* above = &root_;
+    for (std::string_view rest = name; !rest.empty() && rest.front() == '|'; above = node) {
+        rest.remove_prefix(1);
+        const std::size_t end = std::min(rest.find('|'), rest.size());
+        const auto found = nodesByPlace_.find({above, rest.substr(0, end)});
+        node = found == nodesByPlace_.end() ? nullptr : found->second;
+        if (node == nullptr) {
+            break;
         }
+        rest.remove_prefix(end);
     }
-    return names_.find(name);
+    return node != nullptr ? node : names_.find(name);
 }
 
 Slot& Scene::newSlot(Node& node, Slot* parent, std::string name) {
+    if (name.size() > kMaxName) {
+        fail(node.path() + ": an attribute's name has " + std::to_string(name.size()) + " characters, more than " +
+             std::to_string(kMaxName) + ": " + name.substr(0, 80) + "...");
+    }
     Slot& slot = slots_.add();
     slot.type = MFn::kNumericAttribute;
     slot.node = &node;
@@ -143,6 +166,7 @@ Slot& Scene::addAttribute(Node& node, std::string name) {
 
 Slot& Scene::addChild(Slot& compound, std::string name) {
     Slot& slot = newSlot(*compound.node, &compound, std::move(name));
+    slot.logicalIndex = static_cast<unsigned int>(compound.children.size());
     compound.children.push_back(&slot);
     return slot;
 }
@@ -236,7 +260,7 @@ const Slot* Scene::cycle() const {
 
 void Scene::clear() {
     names_.clear();
-    nodesByPath_.clear();
+    nodesByPlace_.clear();
     destinations_.clear();
     copies_ = 0;
     slots_.clear();

@@ -8,6 +8,8 @@
 
 #include <string>
 #include <string_view>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace scene {
@@ -45,7 +47,16 @@ public:
     std::size_t plugCount() const { return slots_.size(); }
 
 private:
-    Node& nodeAt(const std::string& path);
+    /// The place of a node: the level above it and its name, which lies in the node.
+    using Place = std::pair<const Node*, std::string_view>;
+    struct PlaceHash {
+        std::size_t operator()(const Place& place) const {
+            return std::hash<const Node*>()(place.first) * 31 + std::hash<std::string_view>()(place.second);
+        }
+    };
+
+    Node& nodeAt(std::string_view path);
+    Node& nodeBelow(Node* above, std::string_view name);
     Slot& newSlot(Node& node, Slot* parent, std::string name);
     Slot& newElement(Slot& multi, unsigned int index);
     void copyShape(const Slot& from, Slot& to);
@@ -54,7 +65,8 @@ private:
     Arena<Slot> slots_;
     std::size_t copies_ = 0; ///< of plugs, for elements that the scene file does not list
     std::vector<const Slot*> destinations_;
-    std::unordered_map<std::string, Node*> nodesByPath_;
+    Node root_; ///< stands above the DAG's first level, for look-ups alone
+    std::unordered_map<Place, Node*, PlaceHash> nodesByPlace_;
     NameIndex names_;
 };
 

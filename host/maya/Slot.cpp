@@ -18,10 +18,7 @@ const Slot* counterpart(const Slot& slot, const Slot& top, const Slot& root) {
     if (slot.isElement) {
         return existingElement(*parent, slot.logicalIndex);
     }
-    const std::vector<Slot*>& siblings = slot.parent->children;
-    const auto position =
-        static_cast<std::size_t>(std::find(siblings.begin(), siblings.end(), &slot) - siblings.begin());
-    return position < parent->children.size() ? parent->children[position] : nullptr;
+    return slot.logicalIndex < parent->children.size() ? parent->children[slot.logicalIndex] : nullptr;
 }
 
 const std::string& nameIn(const Slot& slot, NameStyle style) {

@@ -28,7 +28,7 @@ struct Slot : Object {
 
     Kind kind = Kind::number;
     bool isElement = false;
-    unsigned int logicalIndex = 0; ///< of an element
+    unsigned int logicalIndex = 0; ///< of an element; of a compound's child, its position
     int unit = 0;                  ///< of an angle (MAngle::Unit) or a time (MTime::Unit)
     MFn::Type dataType = MFn::kInvalid;
     double number = 0.0; ///< a number, an angle or a time, in its unit

@@ -222,13 +222,19 @@ void Reader::multi(Slot& slot, const Json& elements) const {
         }
         return;
     }
+    std::vector<std::pair<unsigned int, const Json*>> byIndex;
     for (const auto& [key, value] : members(requireObject(slot, "multi", elements))) {
         unsigned int index = 0;
         const auto [stop, error] = std::from_chars(key.data(), key.data() + key.size(), index);
         if (error != std::errc() || stop != key.data() + key.size()) {
             failAt(slot, fmt::format("\"{}\" is no logical index", key));
         }
-        element(slot, index, value);
+        byIndex.emplace_back(index, &value);
+    }
+    // In ascending order each one goes to the end, however the file has them.
+    std::sort(byIndex.begin(), byIndex.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    for (const auto& [index, value] : byIndex) {
+        element(slot, index, *value);
     }
 }
 

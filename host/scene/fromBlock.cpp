@@ -36,7 +36,7 @@ MDoubleArray widened(const std::vector<float>& values) {
 std::shared_ptr<Object> fromBlock(const zent::Mesh& mesh) {
     auto data = newGeometry<MeshData>(mesh);
     for (const zent::vec3& point : mesh.points) {
-        data->points.append({point.x, point.y, point.z});
+        data->points->append({point.x, point.y, point.z});
     }
     return data;
 }

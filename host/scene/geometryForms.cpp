@@ -144,7 +144,7 @@ UvSet readUvSet(const Slot& slot, const std::string& name, const Json& value, co
 
 void readTopology(const Slot& slot, const Fields& fields, MeshData& mesh) {
     if (const Json* polygons = fields.find("polygons")) {
-        mesh.polygons = readIndexLists(slot, "polygons", *polygons, mesh.points.length());
+        mesh.polygons = readIndexLists(slot, "polygons", *polygons, mesh.points->length());
     }
     if (const Json* sets = fields.find("uvSets")) {
         for (const auto& [name, set] : members(requireObject(slot, "uvSets", *sets))) {
@@ -162,7 +162,7 @@ std::shared_ptr<Object> readGeometryForm<MeshData>(const Slot& slot, const Json&
     auto mesh = newGeometry<MeshData>(slot, fields);
     for (const Json& item : requireList(slot, "points", fields.get("points"))) {
         const MPoint point = readPoint(slot, "points", item);
-        mesh->points.append({static_cast<float>(point.x), static_cast<float>(point.y), static_cast<float>(point.z)});
+        mesh->points->append({static_cast<float>(point.x), static_cast<float>(point.y), static_cast<float>(point.z)});
     }
     readTopology(slot, fields, *mesh);
     return mesh;

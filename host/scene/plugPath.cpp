@@ -10,6 +10,10 @@ namespace scene {
 namespace {
 
 Slot* childOf(const Slot& slot, std::string_view name) {
+    // A node knows its plugs by name; only a name that several compounds have must be looked for.
+    if (Slot* known = slot.node->attribute(name); known != nullptr && known->parent == &slot && known->name == name) {
+        return known;
+    }
     const bool isCompound = slot.kind == Slot::Kind::compound;
     const auto found = std::find_if(slot.children.begin(), slot.children.end(),
                                     [name](const Slot* child) { return child->name == name; });

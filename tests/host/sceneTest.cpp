@@ -97,6 +97,7 @@ TEST_F(SceneTest, TellsWhichNodeAndAttributeIsAtFault) {
         {R"({"nodes": {"n": {"v": 1, "w": 1, "v": 2}}})", "n: there are two \"v\""},
         {R"({"nodes": {"n": {"v.w": 1}}})", "n: \"v.w\" is no attribute's name"},
         {R"({"nodes": {"n": 3}})", "n: should be an object of attributes"},
+        {"{\"nodes\": {\"n\": {\"" + std::string(300, 'v') + "\": 1}}}", "n: an attribute's name has 300 characters"},
         {attribute("null"), "|a|n.v: should be"},
         {attribute("[1]"), "|a|n.v: a list of 1 is no compound"},
         {attribute("{}"), "|a|n.v: has none of the keys"},
