@@ -17,20 +17,35 @@ namespace {
 /// Ports are a list by attribute number; a number beyond this one could only ask for absurd memory.
 constexpr unsigned int kMaxAttribute = 0xFFFF;
 
+[[noreturn]] void failAt(Place place, const std::string& text) {
+    throw std::runtime_error(
+        place.list == nullptr ? text : fmt::format("{}, attribute {}: {}", place.list, place.attribute, text));
+}
+
+/// What `convert` makes of a number; what is wrong with it is told with its place.
+template <class Convert>
+auto integerAt(Place place, Convert convert) {
+    try {
+        return convert();
+    } catch (const std::runtime_error& error) { // the JSON library's errors are of another kind
+        failAt(place, error.what());
+    }
+}
+
 /// A literal array must hold what is read of it: the JSON library's subscript would read beyond its end.
-const json& requireItems(const json& value, std::size_t count) {
+const json& requireItems(const json& value, std::size_t count, Place place) {
     if (!value.is_array()) {
         return value[0]; // throws, for null too
     }
     if (value.size() < count) {
-        throw std::runtime_error(fmt::format("array of {} numbers expected, got {}", count, value.size()));
+        failAt(place, fmt::format("array of {} numbers expected, got {}", count, value.size()));
     }
     return value;
 }
 
 template <class Vector>
-Vector literalVector(const json& value) {
-    requireItems(value, Vector::length());
+Vector literalVector(const json& value, Place place) {
+    requireItems(value, Vector::length(), place);
     Vector vector(0.0f);
     for (int i = 0; i < Vector::length(); ++i) {
         vector[i] = item(value, static_cast<std::size_t>(i)).get<float>();
@@ -38,8 +53,8 @@ Vector literalVector(const json& value) {
     return vector;
 }
 
-mat4 literalMatrix(const json& value) {
-    requireItems(value, 16);
+mat4 literalMatrix(const json& value, Place place) {
+    requireItems(value, 16, place);
     mat4 matrix(0.0f);
     for (int i = 0; i < 16; ++i) {
         matrix[i / 4][i % 4] = item(value, static_cast<std::size_t>(i)).get<float>();
@@ -58,15 +73,15 @@ ResourceStorage& Element::storage() {
     return *pResource;
 }
 
-Element::Element(json&& value, std::vector<unsigned int> indices)
-    : value_(std::move(value)), indices_(std::move(indices)) {}
+Element::Element(json&& value, std::vector<unsigned int> indices, Place place)
+    : value_(std::move(value)), indices_(std::move(indices)), place_(place) {}
 
 float Element::getFloat() const {
     return value_.is_string() ? float_value(selectPlug(getString())) : value_.get<float>();
 }
 
 int Element::getInt() const {
-    return value_.is_string() ? selectPlug(getString()).asInt() : toInt(value_);
+    return value_.is_string() ? selectPlug(getString()).asInt() : integerAt(place_, [this] { return toInt(value_); });
 }
 
 bool Element::getBool() const {
@@ -81,19 +96,19 @@ const std::string& Element::getString() const {
 }
 
 vec2 Element::getVec2() const {
-    return value_.is_string() ? vec2_value(selectPlug(getString())) : literalVector<vec2>(value_);
+    return value_.is_string() ? vec2_value(selectPlug(getString())) : literalVector<vec2>(value_, place_);
 }
 
 vec3 Element::getVec3() const {
-    return value_.is_string() ? vec3_value(selectPlug(getString())) : literalVector<vec3>(value_);
+    return value_.is_string() ? vec3_value(selectPlug(getString())) : literalVector<vec3>(value_, place_);
 }
 
 vec4 Element::getVec4() const {
-    return value_.is_string() ? vec4_value(selectPlug(getString())) : literalVector<vec4>(value_);
+    return value_.is_string() ? vec4_value(selectPlug(getString())) : literalVector<vec4>(value_, place_);
 }
 
 mat4 Element::getMat4() const {
-    return value_.is_string() ? mat4_value(selectPlug(getString())) : literalMatrix(value_);
+    return value_.is_string() ? mat4_value(selectPlug(getString())) : literalMatrix(value_, place_);
 }
 
 MDagPath Element::getDagPath() const {
@@ -109,7 +124,8 @@ MPlug Element::getMayaShape() const {
 
 template <class T>
 T Element::fromResource() const {
-    return storage().get<T>(toUnsigned(value_.at("id")));
+    const json& id = value_.at("id");
+    return storage().get<T>(integerAt(place_, [&id] { return toUnsigned(id); }));
 }
 
 template <class T>
@@ -148,8 +164,8 @@ template WireBindings Element::get<WireBindings>() const;
 
 unsigned int Element::index(std::size_t position) const {
     if (position >= indices_.size()) {
-        throw std::runtime_error(
-            fmt::format("entry needs {} logical indices, its \"indices\" hold {}", position + 1, indices_.size()));
+        failAt(place_,
+               fmt::format("entry needs {} logical indices, its \"indices\" hold {}", position + 1, indices_.size()));
     }
     return indices_[position];
 }
@@ -172,7 +188,7 @@ void Port::requireSize(std::size_t size) const {
 
 void Port::requireAtMost(std::size_t size) const {
     if (elements_.size() > size) {
-        throw std::runtime_error(fmt::format("size should be at most {} not {}", size, elements_.size()));
+        failAt(elements_.front().place(), fmt::format("size should be at most {} not {}", size, elements_.size()));
     }
 }
 

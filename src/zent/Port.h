@@ -21,6 +21,12 @@ namespace zent {
 using json = nlohmann::json;
 class ResourceStorage;
 
+/// Where a value stands in its record, for the texts of errors.
+struct Place {
+    const char* list = nullptr; ///< "results" or "arguments", null for a value that stands in no record
+    unsigned int attribute = 0;
+};
+
 /// One input value of a record: a literal, the name of a plug, or a reference into the resource file. Each getter
 /// decides which one it holds, so that a reader never has to.
 ///
@@ -28,7 +34,7 @@ class ResourceStorage;
 /// object with "id" is a block of the resource file. Getters throw std::runtime_error or the JSON library's exceptions.
 class Element {
 public:
-    explicit Element(json&& value, std::vector<unsigned int> indices = {});
+    explicit Element(json&& value, std::vector<unsigned int> indices = {}, Place place = {});
 
     float getFloat() const;
     int getInt() const;
@@ -58,6 +64,8 @@ public:
     /// The first two logical indices, the key of an in-between item or of a pose's element.
     std::pair<unsigned int, unsigned int> indexPair() const { return {index(0), index(1)}; }
 
+    Place place() const { return place_; }
+
     /// The one storage of resource blocks: made at first need, never freed.
     static ResourceStorage* pResource;
     static ResourceStorage& storage();
@@ -68,6 +76,7 @@ private:
 
     json value_;
     std::vector<unsigned int> indices_;
+    Place place_;
 };
 
 /// The entries of one attribute number, in manifest order.

@@ -52,7 +52,7 @@ void fileEntries(json& record, const char* key, File file) {
     for (json& entry : *list) {
         const unsigned int attribute = toUnsigned(entry.at("attribute"));
         std::vector<unsigned int> indices = takeIndices(entry);
-        file(attribute, Element(takeValue(entry), std::move(indices)));
+        file(attribute, Element(takeValue(entry), std::move(indices), {key, attribute}));
     }
 }
 

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 #include <stdexcept>
+#include <type_traits>
 
 namespace zent {
 
@@ -21,7 +22,8 @@ T truncated(const json& value) {
     const bool fits = number >= static_cast<double>(std::numeric_limits<T>::min()) &&
                       number <= static_cast<double>(std::numeric_limits<T>::max());
     if (!fits) {
-        throw std::runtime_error(fmt::format("number {} is beyond a 32-bit integer", value.get<double>()));
+        throw std::runtime_error(fmt::format("number {} is beyond {} 32-bit integer", value.get<double>(),
+                                             std::is_unsigned_v<T> ? "an unsigned" : "a"));
     }
     return static_cast<T>(number);
 }

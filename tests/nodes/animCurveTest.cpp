@@ -157,10 +157,10 @@ TEST(AnimCurve, ChoosesRoots) {
 }
 
 TEST(AnimCurve, LongerListsAreFineAndBadOnesAreNamed) {
-    const auto outcome = [](svec<float, 8> times, std::size_t cut, int infinity = 0) -> std::string {
+    const auto outcome = [](svec<float, 8> times, std::size_t cut, int infinity = 0, float time = 5) -> std::string {
         const auto n = [&](std::size_t list) { return list == cut ? 1 : times.size() + 1; };
         try {
-            return std::to_string(animCurve(5, times, {7, 7, 7}, svec<float, 8>(n(1)), svec<float, 8>(n(2)),
+            return std::to_string(animCurve(time, times, {7, 7, 7}, svec<float, 8>(n(1)), svec<float, 8>(n(2)),
                                             svec<int, 8>(n(3)), svec<float, 8>(n(4)), svec<float, 8>(n(5)),
                                             svec<int, 8>(n(6)), 0, infinity, false));
         } catch (const std::runtime_error& error) {
@@ -170,6 +170,7 @@ TEST(AnimCurve, LongerListsAreFineAndBadOnesAreNamed) {
     EXPECT_EQ(outcome({1, 2}, 0), "7.000000");
     EXPECT_EQ(outcome({6}, 0, 3), "7.000000"); // one key is enough where its side does not cycle
     EXPECT_EQ(outcome({4}, 0, 3), "key times has 1 entries, the segment search needs 2");
+    EXPECT_EQ(outcome({1, 2}, 0, 3, HUGE_VALF), "time is inf, which lies in no segment of the curve");
     EXPECT_EQ(outcome({}, 0), "key times has 0 entries, animCurve needs 1");
     EXPECT_EQ(outcome({1, 2}, 1), "in-tangent x has 1 entries, animCurve needs 2");
     EXPECT_EQ(outcome({1, 2}, 6), "out-tangent types has 1 entries, animCurve needs 2");

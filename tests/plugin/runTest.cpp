@@ -108,7 +108,7 @@ TEST_F(SpineTest, EndsTheRunOnAnyExceptionOfARecord) {
         {R"("results": [{"value": 1}])", "[json.exception.out_of_range.403] key 'attribute' not found"},
         {R"("results": [{"attribute": 0}])", "[json.exception.out_of_range.403] key 'value' not found"},
         {R"("results": [{"attribute": 4000000000, "value": 1}])", "attribute 4000000000 is beyond the limit of 65535"},
-        {R"("results": [{"attribute": 1e20, "value": 1}])", "number 1e+20 is beyond a 32-bit integer"},
+        {R"("results": [{"attribute": 1e20, "value": 1}])", "number 1e+20 is beyond an unsigned 32-bit integer"},
         {R"("arguments": [])", R"("results" have no entry with "attribute" 0)"},
         {R"("results": [{"attribute": 0, "value": 1}])", "not single"},
         {R"("results": [{"attribute": 0, "value": 1}, {"attribute": 0, "value": 1}])", "not a string"},

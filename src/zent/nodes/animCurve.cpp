@@ -326,6 +326,9 @@ float animCurve(float time, svec<float, 8> keyTime, svec<float, 8> keyValue, sve
     const auto after = std::upper_bound(keyTime.begin(), keyTime.end(), state.time);
     const std::size_t hi = std::max<std::size_t>(static_cast<std::size_t>(after - keyTime.begin()), 1);
     const std::size_t lo = hi - 1;
+    if (hi > last && last > 0) { // NaN, as of an infinite time that a cycle cannot bring into the curve
+        fail("time is " + std::to_string(time) + ", which lies in no segment of the curve");
+    }
     requireAtLeast("key times", keyTime.size(), hi + 1, "the segment search");
 
     if (outTangentType[lo] == kTangentStep) {
