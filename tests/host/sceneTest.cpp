@@ -1,5 +1,9 @@
 #include "maya/Scene.h"
+#include "documentedErrors.h"
 #include "host/openScene.h"
+#include "scene/sceneFile.h"
+#include "tools/ResourceWriter.h"
+#include "zent/Port.h"
 
 #include <maya/MPlug.h>
 
@@ -83,6 +87,10 @@ TEST_F(SceneTest, TellsWhichNodeAndAttributeIsAtFault) {
                    "connections": )" +
                connections + "}";
     };
+    std::string deep;
+    for (int level = 0; level <= 1000; ++level) {
+        deep += "|a";
+    }
     const std::string curve = R"({"curve": {"degree": 1, "form": "open", "knots": [0, 1], "points": )";
     const std::string mesh = R"({"mesh": {"points": [[0, 0, 0], [1, 0, 0], [0, 1, 0]], )";
     const std::pair<std::string, const char*> cases[] = {
@@ -92,6 +100,7 @@ TEST_F(SceneTest, TellsWhichNodeAndAttributeIsAtFault) {
         {R"({"nodes": [{"n": {"v": 1}}]})", "\"nodes\" should be an object"},
         {R"({"nodes": {"n": {}, "n": {}}})", "there are two nodes n"},
         {R"({"nodes": {"a|b": {}}})", "\"a|b\" is neither a node's name nor a full path"},
+        {"{\"nodes\": {\"" + deep + "\": {}}}", "a node lies more than 1000 levels deep: |a|a"},
         {R"({"nodes": {"|a||b": {}}})", "\"|a||b\" is neither"},
         {R"({"nodes": {"m": {"v": 1}, "n": [{"v": 1}]}})", "n: should be an object of attributes"},
         {R"({"nodes": {"n": {"v": 1, "w": 1, "v": 2}}})", "n: there are two \"v\""},
@@ -129,6 +138,7 @@ TEST_F(SceneTest, TellsWhichNodeAndAttributeIsAtFault) {
         {attribute(curve + "[[0, 0, 0]]}}"), "|a|n.v: \"points\" has 1 entries, the degree and the knots need 2"},
         {attribute(R"({"curve": {"degree": 3, "form": "open", "knots": [0, 1], "points": []}})"),
          "|a|n.v: \"knots\" has 2 entries, degree 3 needs 6 or more"},
+        {attribute(R"({"curve": {"degree": 0}})"), "|a|n.v: \"degree\" should be at least 1"},
         {attribute(R"({"curve": {"degree": 1, "knots": [0, 1]}})"), "|a|n.v: the geometry has no \"form\""},
         {attribute(R"({"lattice": {"divisions": [2, 1, 1], "points": []}})"), "the divisions need 2"},
         {connected(R"([["n.v"]])"), "connection 0: should be"},
@@ -141,12 +151,30 @@ TEST_F(SceneTest, TellsWhichNodeAndAttributeIsAtFault) {
         {connected(R"([["n.v", "n.w"], ["n.w", "n.v"]])"), "feeds itself over its connections"},
         {connected(R"([["n.t", "n.u"], ["n.u.uX", "n.v"], ["n.v", "n.t.tX"]])"), "feeds itself"},
     };
+    std::vector<std::string> told;
     for (const auto& [text, reason] : cases) {
-        const std::string told = whyNot(text);
-        EXPECT_NE(told.find(reason), std::string::npos) << text << "\n  " << told;
-        EXPECT_EQ(told.rfind("scene " + temporaryPath("scene.json") + ": ", 0), 0U) << told;
+        told.push_back(whyNot(text));
+        EXPECT_NE(told.back().find(reason), std::string::npos) << text << "\n  " << told.back();
+        EXPECT_EQ(told.back().rfind("scene " + temporaryPath("scene.json") + ": ", 0), 0U) << told.back();
     }
     EXPECT_EQ(whyNot(connected(R"([["n.v", "n.w"], ["n.w", "n.t.tX"], ["n.v", "n.t.tY"]])")), "");
+
+    const std::string resource = temporaryPath("quad.bin");
+    ResourceWriter writer;
+    writer.add(Mesh(4));
+    writer.write(resource);
+    told.push_back(thrownText([&] { open(attribute(R"({"mesh": {"id": 9}})"), resource); }));
+    told.push_back(thrownText(
+        [&] { open(R"({"nodes": {"n": {"m": {"mesh": {"id": 0}}, "c": {"curve": {"id": 0}}}}})", resource); }));
+    told.push_back(thrownText([] { scene::readSceneFile("/no/such/file", "", scene::Scene::current()); }));
+    open(R"({"nodes": {"n": {"m": {"mesh": null}}}})");
+    told.push_back(thrownText([] { Element(json("n.x")).getFloat(); }));
+    told.push_back(thrownText([] { Element(json("n.m")).get<Mesh>(); }));
+    told.push_back(thrownText([] { Element(json("n.m")).getDagPath(); }));
+    told.push_back(thrownText([] { Element(json(3)).getDagPath(); }));
+    expectTold(documentedQuotes(std::string(ZENT_SOURCE_DIR) + "/docs/errors.md", {"The scene and its plugs"}), told,
+               {"no face with these vertices: [4, 5, 6, 7]", "Empty Maya Shape", // of records
+                "arm.w: there are more than 1048576 plugs of elements that the scene does not list"});
 }
 
 } // namespace
