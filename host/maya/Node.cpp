@@ -4,7 +4,7 @@ namespace scene {
 
 namespace {
 
-constexpr int kFewNames = 32;
+constexpr int kFewNames = 16;
 
 /// Takes the attributes and what lies below compounds off `left`; false where they are more.
 bool areFew(const std::vector<Slot*>& slots, int& left) {
