@@ -18,7 +18,7 @@ constexpr std::size_t kMostNames = 300;
 
 class Names {
 public:
-    explicit Names(const fuzz::Json& file) {
+    explicit Names(const nlohmann::json& file) {
         const auto nodes = file.find("nodes");
         for (const auto& [node, attributes] : nodes->items()) {
             add(node);
@@ -38,7 +38,7 @@ private:
             list_.push_back(name);
         }
     }
-    void addPlug(const std::string& parent, const std::string& name, const fuzz::Json& value) {
+    void addPlug(const std::string& parent, const std::string& name, const nlohmann::json& value) {
         const std::string plug = parent + name;
         add(plug);
         if (list_.size() >= kMostNames) {
@@ -109,7 +109,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         isOpen = true;
     } catch (const std::runtime_error&) {
     }
-    if (const fuzz::Json file = fuzz::Json::parse(contents[kScene], nullptr, false); isOpen && file.contains("nodes")) {
+    if (const nlohmann::json file = nlohmann::json::parse(contents[kScene], nullptr, false);
+        isOpen && file.contains("nodes")) {
         const Names names(file);
         for (const std::string& name : names.list()) {
             readAsEachType(name);

@@ -59,23 +59,27 @@ const Slot& evaluated(const Slot& slot) {
 }
 
 std::string plugName(const Slot& slot, NameStyle style) {
-    std::string path;
-    std::size_t needed = 0; // the length of the path from its outermost element on
-    const Slot* level = &slot;
-    while (level != nullptr) {
-        std::string indices;
-        while (level->isElement) {
-            indices.insert(0, "[" + std::to_string(level->logicalIndex) + "]");
-            level = level->parent;
+    std::vector<const Slot*> levels; // from the plug up: attributes, and elements before their multi
+    std::size_t needed = 0;          // how many of them the path needs: to its outermost element on
+    for (const Slot* level = &slot; level != nullptr; level = level->parent) {
+        levels.push_back(level);
+        const bool isIndexed = levels.size() > 1 && levels[levels.size() - 2]->isElement;
+        if (!level->isElement && (isIndexed || needed == 0)) {
+            needed = levels.size();
         }
-        path.insert(0, (path.empty() ? "" : "."));
-        path.insert(0, nameIn(*level, style) + indices);
-        if (!indices.empty() || needed == 0) {
-            needed = path.size();
-        }
-        level = level->parent;
     }
-    return style.fullPath ? path : path.substr(path.size() - needed);
+    if (!style.fullPath) {
+        levels.resize(needed);
+    }
+    std::string path;
+    for (auto level = levels.rbegin(); level != levels.rend(); ++level) {
+        if ((*level)->isElement) {
+            path += "[" + std::to_string((*level)->logicalIndex) + "]";
+        } else {
+            path += (path.empty() ? "" : ".") + nameIn(**level, style);
+        }
+    }
+    return path;
 }
 
 } // namespace scene
