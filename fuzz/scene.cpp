@@ -14,7 +14,7 @@ namespace {
 
 enum Part { kScene, kResource, kParts };
 
-constexpr std::size_t kMostNames = 300;
+constexpr std::size_t kMostLetters = 8000; // of all names that are read
 
 class Names {
 public:
@@ -34,14 +34,15 @@ public:
 
 private:
     void add(const std::string& name) {
-        if (list_.size() < kMostNames) {
+        letters_ += name.size();
+        if (!isFull()) {
             list_.push_back(name);
         }
     }
     void addPlug(const std::string& parent, const std::string& name, const nlohmann::json& value) {
         const std::string plug = parent + name;
         add(plug);
-        if (list_.size() >= kMostNames) {
+        if (isFull()) {
             return;
         }
         if (value.is_array()) {
@@ -67,7 +68,10 @@ private:
         }
     }
 
+    bool isFull() const { return letters_ > kMostLetters; }
+
     std::vector<std::string> list_;
+    std::size_t letters_ = 0;
 };
 
 template <class Read>
