@@ -28,10 +28,15 @@ template <class T>
 std::shared_ptr<const Object> GeometryReader::readBlock(const Slot& slot, unsigned int id) {
     if (resources_ == nullptr) {
         if (!std::ifstream(resourceFile_).is_open()) {
-            failAt(slot, fmt::format("cannot read resource file \"{}\"", resourceFile_));
+            failAt(slot, resourceFile_.empty() ? "lies in a resource file, and none was given"
+                                               : fmt::format("cannot read resource file \"{}\"", resourceFile_));
         }
         resources_ = std::make_unique<Resources>();
-        resources_->storage.load(resourceFile_);
+        try {
+            resources_->storage.load(resourceFile_);
+        } catch (const std::length_error&) {
+            failAt(slot, fmt::format("\"{}\" is no resource file: its table has impossible sizes", resourceFile_));
+        }
     }
     std::shared_ptr<const Object>& made = resources_->made[id];
     try {

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -54,6 +55,20 @@ constexpr std::array<CommandFlag, 7> kCommandFlags{{
     {"--epsilon", "-epsilon", "X", checkNumber, "Two numbers match if they differ by less than X [0.001]"},
 }};
 
+constexpr const char* kUsage = "Usage: zentcheck [options] MANIFEST [RESOURCE]\n"
+                               "       zentcheck --list-resources FILE\n"
+                               "       zentcheck --disassemble FILE --block N [--constants N]\n";
+constexpr const char* kInsteadOfARun = "Instead of a run";
+
+/// An option is told with its value and nothing else: the usage shows what goes together.
+class HelpText : public CLI::Formatter {
+public:
+    std::string make_usage(const CLI::App*, std::string) const override { return kUsage; }
+    std::string make_option_opts(const CLI::Option* option) const override {
+        return option->get_type_size() == 0 ? "" : " " + option->get_type_name();
+    }
+};
+
 /// A file whose name begins with "-" is no flag.
 std::string asArgument(const std::string& path) {
     return !path.empty() && path.front() == '-' ? "./" + path : path;
@@ -70,11 +85,18 @@ std::vector<std::string> Options::commandWords() const {
     return words;
 }
 
+bool Options::has(const char* flag) const {
+    return std::find(flags.begin(), flags.end(), flag) != flags.end();
+}
+
 Options parseOptions(int argc, char** argv) {
     CLI::App app("Holds node functions against the results that a manifest records.", "zentcheck");
     app.set_version_flag("--version", std::string("zentcheck ") + ZENT_VERSION, "Print the version and exit");
+    app.formatter(std::make_shared<HelpText>());
     app.get_formatter()->column_width(34);
-    app.footer("Status: 0 all records that ran matched, 1 some record mismatched, 2 the run failed.");
+    app.footer(
+        "Status: 0 all records that ran matched, 1 some record mismatched, 2 the run failed.\n"
+        "README.md shows how to read a mismatch; docs/ tells what the files hold, and what to do about an error.");
 
     Options options;
     app.add_option("MANIFEST", options.manifest, "The records to check, a JSON file")->type_name("");
@@ -92,14 +114,14 @@ Options parseOptions(int argc, char** argv) {
         ->type_name("FILE");
     CLI::Option* list =
         app.add_option("--list-resources", options.listResources, "Tell what a resource file holds, and check nothing");
-    list->type_name("FILE");
+    list->type_name("FILE")->group(kInsteadOfARun);
     CLI::Option* disassemble =
         app.add_option("--disassemble", options.disassemble, "Show an expression's byte code, and check nothing");
     CLI::Option* block = app.add_option("--block", options.block, "The block of that file to show");
     CLI::Option* constants = app.add_option("--constants", options.constants, "The block of its constants");
-    disassemble->type_name("FILE")->needs(block)->excludes(list);
-    block->type_name("N")->needs(disassemble);
-    constants->type_name("N")->needs(disassemble);
+    disassemble->type_name("FILE")->needs(block)->excludes(list)->group(kInsteadOfARun);
+    block->type_name("N")->needs(disassemble)->group(kInsteadOfARun);
+    constants->type_name("N")->needs(disassemble)->group(kInsteadOfARun);
     try {
         app.parse(argc, argv);
         if (options.manifest.empty() && list->count() == 0 && disassemble->count() == 0) {
@@ -110,7 +132,8 @@ Options parseOptions(int argc, char** argv) {
     } catch (const CLI::CallForVersion& version) {
         throw UsageExit{0, std::string(version.what()) + "\n", ""};
     } catch (const CLI::ParseError& error) {
-        throw UsageExit{2, "", "zentcheck: " + std::string(error.what()) + "\n" + app.help()};
+        throw UsageExit{
+            2, "", "zentcheck: " + std::string(error.what()) + "\n" + kUsage + "zentcheck --help tells the options.\n"};
     }
     for (std::size_t i = 0; i < kCommandFlags.size(); ++i) {
         if (given[i]->count() > 0) {

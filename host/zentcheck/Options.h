@@ -19,6 +19,7 @@ struct Options {
     unsigned int block = 0;                ///< its byte code
     std::optional<unsigned int> constants; ///< its constants
 
+    bool has(const char* flag) const;
     /// The words of the command's call.
     std::vector<std::string> commandWords() const;
 };

@@ -3,7 +3,9 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <string_view>
 
 namespace host {
 
@@ -11,6 +13,15 @@ namespace {
 
 constexpr auto kQuietStart = std::chrono::seconds(2);
 constexpr auto kInterval = std::chrono::seconds(1);
+
+constexpr std::string_view kStart = "====== start running ";
+constexpr std::string_view kEnd = "====== end running ";
+constexpr std::string_view kTail = " =====";
+constexpr std::size_t kMaxRecord = 48; // of its name: the progress has one line
+
+bool beginsWith(std::string_view text, std::string_view start) {
+    return text.substr(0, start.size()) == start;
+}
 
 void write(std::FILE* file, const std::string& text) {
     std::fwrite(text.data(), 1, text.size(), file);
@@ -30,10 +41,21 @@ Terminal::~Terminal() {
 
 void Terminal::info(const std::string& line) {
     const std::lock_guard<std::mutex> lock(mutex_);
-    ++lines_;
+    if (takeMark(line) && hidesMarks_) {
+        return;
+    }
     clearProgress();
     write(stdout, line);
     std::fputc('\n', stdout);
+}
+
+bool Terminal::takeMark(const std::string& line) {
+    if (beginsWith(line, kStart)) {
+        ++records_;
+        record_ = line.substr(kStart.size(), std::min(kMaxRecord, line.size() - kStart.size() - kTail.size()));
+        return true;
+    }
+    return beginsWith(line, kEnd);
 }
 
 void Terminal::warning(const std::string& text) {
@@ -64,7 +86,8 @@ void Terminal::showProgress() {
     std::unique_lock<std::mutex> lock(mutex_);
     end_.wait_for(lock, kQuietStart, [this] { return isOver_; });
     while (!isOver_) {
-        write(stderr, fmt::format("\r\033[Kzentcheck: {:.0f} s, {} lines", seconds(), lines_));
+        const std::string place = records_ == 0 ? "" : fmt::format(", record {}: {}", records_, record_);
+        write(stderr, fmt::format("\r\033[Kzentcheck: {:.0f} s{}", seconds(), place));
         isShown_ = true;
         end_.wait_for(lock, kInterval, [this] { return isOver_; });
     }

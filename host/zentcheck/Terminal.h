@@ -9,7 +9,8 @@
 namespace host {
 
 /// What the program prints: a report's lines on standard output, messages on standard error and, if that is a terminal,
-/// the progress of a long run and a summary at its end.
+/// the progress of a long run and a summary at its end. The progress tells which record the run is at, as the lines on
+/// each record's start do.
 class Terminal {
 public:
     Terminal();
@@ -17,6 +18,9 @@ public:
     Terminal& operator=(const Terminal&) = delete;
     ~Terminal();
 
+    bool isTerminal() const { return isTerminal_; }
+    /// The lines on each record's start and end are not printed: they only serve the progress.
+    void hideMarks() { hidesMarks_ = true; }
     void info(const std::string& line);
     void warning(const std::string& text);
     void error(const std::string& text);
@@ -27,6 +31,7 @@ public:
 
 private:
     void showProgress();
+    bool takeMark(const std::string& line);
     void clearProgress();
     void stopProgress();
     double seconds() const;
@@ -37,7 +42,9 @@ private:
     std::condition_variable end_;
     bool isOver_ = false;
     bool isShown_ = false;
-    unsigned long lines_ = 0;
+    bool hidesMarks_ = false;
+    unsigned long records_ = 0;
+    std::string record_; ///< the one that the run is at
     std::thread progress_;
 };
 

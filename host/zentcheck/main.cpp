@@ -14,18 +14,25 @@
 #include <exception>
 #include <iostream>
 #include <stdexcept>
+#include <string>
 #include <variant>
+#include <vector>
 
 namespace {
 
 enum Status { kMatched = 0, kMismatched = 1, kFailed = 2 };
 
-Status runCheck(const host::Options& options) {
+Status runCheck(const host::Options& options, host::Terminal& terminal) {
     if (options.scene) {
         scene::readSceneFile(*options.scene, options.resource, scene::Scene::current());
     }
     const host::Plugin plugin(options.plugin ? *options.plugin : host::Plugin::defaultPath());
-    const host::CommandOutcome outcome = host::runCommand("ZentCheck", options.commandWords());
+    std::vector<std::string> words = options.commandWords();
+    if (terminal.isTerminal() && !options.has("-verbose") && !options.has("-outputDirectory")) {
+        words.insert(words.end(), {"-verbose", "1"});
+        terminal.hideMarks();
+    }
+    const host::CommandOutcome outcome = host::runCommand("ZentCheck", words);
     if (!outcome.problem.empty()) {
         throw std::runtime_error(outcome.problem);
     }
@@ -64,7 +71,7 @@ Status run(const host::Options& options) {
                       [&terminal](const std::string& text) { terminal.error(text); }});
     Status status = kFailed;
     try {
-        status = runCheck(options);
+        status = runCheck(options, terminal);
     } catch (const std::exception& error) {
         terminal.error(error.what());
     }

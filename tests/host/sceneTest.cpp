@@ -126,7 +126,7 @@ TEST_F(SceneTest, TellsWhichNodeAndAttributeIsAtFault) {
         {attribute(R"({"float3": [1, 2]})"), "|a|n.v: \"value\" should be a list of 3, not of 2"},
         {attribute(R"({"matrix": [1]})"), "|a|n.v: \"matrix\" should be a list of 16"},
         {attribute(R"({"mesh": 3})"), "|a|n.v: \"geometry\" should be an object"},
-        {attribute(R"({"mesh": {"id": 0}})"), "|a|n.v: cannot read resource file"},
+        {attribute(R"({"mesh": {"id": 0}})"), "|a|n.v: lies in a resource file, and none was given"},
         {attribute(R"({"mesh": {"id": -1}})"), "|a|n.v: \"id\" should be a whole number"},
         {attribute(mesh + R"("polygons": [[0, 1, 3]]}})"), "|a|n.v: \"polygons\"[0] holds 3"},
         {attribute(mesh + R"("polygons": [[0, 1, 2]], "uvSets": {"m": {"uvs": [[0, 0]], "polygons": []}}}})"),
