@@ -59,6 +59,15 @@ TEST(CommandTest, BadUsageIsToldAndGivesStatusTwo) {
     }
 }
 
+TEST(CommandTest, ATerminalShowsASummaryAndNoRecordThatMatched) {
+    const std::string command = std::string(ZENTCHECK) + " " + writeFile("good.json", "[" + record("5") + "]");
+    const Outcome outcome = run("script -qec '" + command + "' /dev/null");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.out.rfind("zentcheck: all records that ran matched (", 0), 0U) << outcome.out;
+    EXPECT_NE(run("script -qec '" + command + " --verbose 1' /dev/null").out.find("start running n"),
+              std::string::npos);
+}
+
 TEST(CommandTest, WritesItsLogIntoTheOutputDirectory) {
     const std::string bad = writeFile("bad.json", "[" + record("6") + "]");
     const std::string directory = std::filesystem::path(bad).parent_path().string();

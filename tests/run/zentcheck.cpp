@@ -31,12 +31,16 @@ std::string readFile(const std::string& path) {
     return text.str();
 }
 
-Outcome zentcheck(const std::string& arguments) {
+Outcome run(const std::string& command) {
     const std::string out = folder() + "/stdout";
     const std::string err = folder() + "/stderr";
-    const std::string command = std::string(ZENTCHECK) + " " + arguments + " >" + out + " 2>" + err;
-    const int status = std::system(command.c_str()); // NOLINT(cert-env33-c): the test's own command line
+    const std::string line = command + " >" + out + " 2>" + err;
+    const int status = std::system(line.c_str()); // NOLINT(cert-env33-c): the test's own command line
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, readFile(out), readFile(err)};
+}
+
+Outcome zentcheck(const std::string& arguments) {
+    return run(std::string(ZENTCHECK) + " " + arguments);
 }
 
 std::string writeFile(const std::string& name, const std::string& content) {

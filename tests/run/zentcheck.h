@@ -4,12 +4,15 @@
 
 namespace zent::test {
 
-/// What a run of the program zentcheck printed, and its exit status.
+/// What a run of a program printed, and its exit status.
 struct Outcome {
     int status = -1;
     std::string out;
     std::string err;
 };
+
+/// Runs a command in a fresh folder of this test.
+Outcome run(const std::string& command);
 
 /// Runs zentcheck with arguments as a shell would take them, in a fresh folder of this test.
 Outcome zentcheck(const std::string& arguments);
