@@ -166,6 +166,9 @@ TEST_F(SceneTest, TellsWhichNodeAndAttributeIsAtFault) {
     told.push_back(thrownText([&] { open(attribute(R"({"mesh": {"id": 9}})"), resource); }));
     told.push_back(thrownText(
         [&] { open(R"({"nodes": {"n": {"m": {"mesh": {"id": 0}}, "c": {"curve": {"id": 0}}}}})", resource); }));
+    for (const std::string& file : {std::string("/no/such/file"), temporaryPath("scene.json")}) {
+        told.push_back(thrownText([&] { open(attribute(R"({"mesh": {"id": 0}})"), file); }));
+    }
     told.push_back(thrownText([] { scene::readSceneFile("/no/such/file", "", scene::Scene::current()); }));
     open(R"({"nodes": {"n": {"m": {"mesh": null}}}})");
     told.push_back(thrownText([] { Element(json("n.x")).getFloat(); }));
