@@ -12,8 +12,8 @@
 namespace zent {
 namespace {
 
-/// Counts the points of whole shapes, the deltas and the factors of a record. Each is kept for its point in a map entry
-/// of its own, and one block or plug may stand for many targets.
+/// Counts the points of whole shapes, the deltas and the factors of a record: one block or plug may stand for many
+/// targets.
 class EntryCount {
 public:
     template <class T>
@@ -95,8 +95,7 @@ void ProxyBlendShape<T>::split_attributes(const std::map<ItemIndex, T>& shapes,
         requireConsistent(shape, itemName("shapes", index).c_str());
         const unsigned int count = std::min(pointCount(shape), pointCount(this->input));
         for (unsigned int i = 0; i < count; ++i) {
-            attributes[i].shapes.emplace_hint(attributes[i].shapes.end(), index,
-                                              onePointShape<T>(pointsOf(shape)[i], mat4(1.0f)));
+            attributes[i].shapes.emplace_back(index, pointsOf(shape)[i]);
         }
     }
     for (const auto& [index, list] : deltas) {
@@ -105,7 +104,11 @@ void ProxyBlendShape<T>::split_attributes(const std::map<ItemIndex, T>& shapes,
             const auto& [vertex, delta] = list[k];
             requireIndex(name.c_str(), k, vertex, attributes.size(), "inputGeometry");
             // Of a point that stands twice the last delta counts, where the whole-shape function applies both.
-            attributes[vertex].deltas[index] = {{0u, delta}};
+            auto& own = attributes[vertex].deltas;
+            if (own.empty() || own.back().first != index) {
+                own.emplace_back(index, delta);
+            }
+            own.back().second = delta;
         }
     }
     for (const auto& [target, factors] : weightMaps) {
@@ -113,7 +116,7 @@ void ProxyBlendShape<T>::split_attributes(const std::map<ItemIndex, T>& shapes,
         std::size_t position = 0;
         for (const auto& [vertex, factor] : factors) {
             requireIndex(name.c_str(), position++, vertex, attributes.size(), "inputGeometry");
-            attributes[vertex].weightMaps[target] = {{0u, factor}};
+            attributes[vertex].weightMaps.emplace_back(target, factor);
         }
     }
 }
@@ -136,8 +139,20 @@ WeightMap ProxyBlendShape<T>::weightsOf(const VtxAttribute& attribute) const {
 template <class T>
 void ProxyBlendShape<T>::deform(T& point, unsigned int index) const {
     const VtxAttribute& attribute = attributes.at(index);
-    point = blendShape<T>(envelope, point, weightsOf(attribute), referTo(attribute.shapes), referTo(attribute.deltas),
-                          attribute.weightMaps);
+    // Each list names the point as point 0.
+    std::map<ItemIndex, T> shapes;
+    for (const auto& [item, place] : attribute.shapes) {
+        shapes.emplace_hint(shapes.end(), item, onePointShape<T>(place, mat4(1.0f)));
+    }
+    std::map<ItemIndex, DeltaList> deltas;
+    for (const auto& [item, delta] : attribute.deltas) {
+        deltas.emplace_hint(deltas.end(), item, DeltaList{{0u, delta}});
+    }
+    TargetWeightMaps weightMaps;
+    for (const auto& [target, factor] : attribute.weightMaps) {
+        weightMaps.emplace_hint(weightMaps.end(), target, WeightMap{{0u, factor}});
+    }
+    point = blendShape<T>(envelope, point, weightsOf(attribute), referTo(shapes), referTo(deltas), weightMaps);
 }
 
 template <class T>

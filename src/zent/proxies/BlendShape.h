@@ -4,6 +4,9 @@
 #include "zent/ProxyDeformer.h"
 
 #include <map>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace zent {
 
@@ -17,11 +20,12 @@ public:
     void deform(T& point, unsigned int index) const override;
 
 private:
-    /// What one point needs; each list names it as point 0.
+    /// What one point needs, by ascending index: its places in whole shapes, its deltas, its factors. There may be many
+    /// millions of these, so that they become the maps of a shape of one point only when that point's turn comes.
     struct VtxAttribute {
-        std::map<ItemIndex, T> shapes;
-        std::map<ItemIndex, DeltaList> deltas;
-        std::map<unsigned int, WeightMap> weightMaps;
+        std::vector<std::pair<ItemIndex, vec3>> shapes;
+        std::vector<std::pair<ItemIndex, vec3>> deltas;
+        std::vector<std::pair<unsigned int, float>> weightMaps;
     };
 
     void split_attributes(const std::map<ItemIndex, T>& shapes, const std::map<ItemIndex, DeltaList>& deltas,
