@@ -145,6 +145,7 @@ const Targets& targets() {
 }
 
 void blendScaledAdds(benchmark::State& state) {
+    targets();
     for (auto _ : state) {
         Mesh result = targets().base;
         for (unsigned t = 0; t < kTargets; ++t) {
@@ -321,9 +322,10 @@ bool compareByValue(json a, json b, float epsilon) {
 }
 
 void pointLoopInitializerLists(benchmark::State& state) {
+    const std::vector<vec3>& points = rig().mesh.points;
     for (auto _ : state) {
         bool equal = true;
-        for (const vec3& point : rig().mesh.points) {
+        for (const vec3& point : points) {
             const json maya = byInitializerList(point, true);
             const json zent = byInitializerList(point, false);
             equal = equal && compareByValue(maya, zent, 0.001f);
@@ -378,8 +380,9 @@ void pointLoopRecord(benchmark::State& state) {
     RunSettings settings;
     settings.ignoreDeformer = false;
     const Run run(registry, settings, {});
+    const json& record = skinRecord();
     for (auto _ : state) {
-        if (run.checkSingle(skinRecord()) != Run::kMatch) {
+        if (run.checkSingle(record) != Run::kMatch) {
             state.SkipWithError("the record does not match");
             break;
         }

@@ -4,6 +4,8 @@
 #include "zent/math/require.h"
 #include "zent/nodes/skin.h"
 
+#include <utility>
+
 namespace zent {
 
 template <class T>
@@ -12,40 +14,55 @@ void ProxySkinCluster<T>::init(const Arguments& args, const std::vector<Port>& p
     envelope = read<float>(args.get(0));
     this->readInput(args.get(1));
     geomMatrix = read<mat4>(args.get(2));
-    const auto matrix = read<std::vector<mat4>>(args.get(3));
-    const auto bindPreMatrix = read<std::vector<mat4>>(args.get(4));
-    split_attributes(matrix, bindPreMatrix, read<SkinWeights>(args.get(5)));
+    auto matrix = read<std::vector<mat4>>(args.get(3));
+    auto bindPreMatrix = read<std::vector<mat4>>(args.get(4));
+    split_attributes(std::move(matrix), std::move(bindPreMatrix), read<SkinWeights>(args.get(5)));
 }
 
 template <class T>
-void ProxySkinCluster<T>::split_attributes(const std::vector<mat4>& matrix, const std::vector<mat4>& bindPreMatrix,
+void ProxySkinCluster<T>::split_attributes(std::vector<mat4> matrix, std::vector<mat4> bindPreMatrix,
                                            const SkinWeights& weights) {
-    const unsigned int count = pointCount(this->input);
-    std::vector<unsigned int> influenceCounts(count, 0u);
+    matrices = std::move(matrix);
+    bindPreMatrices = std::move(bindPreMatrix);
+    attributes.assign(pointCount(this->input), {});
     for (std::size_t k = 0; k < weights.size(); ++k) {
         const auto& [vertex, influence, weight] = weights[k];
-        requireIndex("weightList", k, vertex, count, "inputGeometry");
-        requireIndex("weightList's influences", k, influence, matrix.size(), "matrix");
-        requireIndex("weightList's influences", k, influence, bindPreMatrix.size(), "bindPreMatrix");
-        ++influenceCounts[vertex];
+        requireIndex("weightList", k, vertex, attributes.size(), "inputGeometry");
+        requireIndex("weightList's influences", k, influence, matrices.size(), "matrix");
+        requireIndex("weightList's influences", k, influence, bindPreMatrices.size(), "bindPreMatrix");
+        ++attributes[vertex].end;
     }
-    attributes.assign(count, {});
-    for (unsigned int i = 0; i < count; ++i) {
-        attributes[i].matrices.reserve(influenceCounts[i]);
-        attributes[i].bindPreMatrices.reserve(influenceCounts[i]);
-        attributes[i].weights.reserve(influenceCounts[i]);
+    std::size_t begin = 0;
+    for (Stretch& stretch : attributes) {
+        const std::size_t count = stretch.end;
+        stretch = {begin, begin}; // it grows again as it is filled
+        begin += count;
     }
+    influences.resize(weights.size());
     for (const auto& [vertex, influence, weight] : weights) {
-        VtxAttribute& attribute = attributes[vertex];
-        attribute.matrices.push_back(matrix[influence]);
-        attribute.bindPreMatrices.push_back(bindPreMatrix[influence]);
-        attribute.weights.push_back(weight);
+        influences[attributes[vertex].end++] = {influence, weight};
     }
+}
+
+template <class T>
+auto ProxySkinCluster<T>::attributeAt(unsigned int index) const -> VtxAttribute {
+    const Stretch& stretch = attributes.at(index);
+    const std::size_t count = stretch.end - stretch.begin;
+    VtxAttribute attribute;
+    attribute.matrices.reserve(count);
+    attribute.bindPreMatrices.reserve(count);
+    attribute.weights.reserve(count);
+    for (std::size_t k = stretch.begin; k < stretch.end; ++k) {
+        attribute.matrices.push_back(matrices[influences[k].first]);
+        attribute.bindPreMatrices.push_back(bindPreMatrices[influences[k].first]);
+        attribute.weights.push_back(influences[k].second);
+    }
+    return attribute;
 }
 
 template <class T>
 void ProxySkinCluster<T>::deform(T& point, unsigned int index) const {
-    const VtxAttribute& attribute = attributes.at(index);
+    const VtxAttribute attribute = attributeAt(index);
     SkinWeights weights;
     weights.reserve(attribute.weights.size());
     for (unsigned int k = 0; k < attribute.weights.size(); ++k) {
@@ -57,7 +74,7 @@ void ProxySkinCluster<T>::deform(T& point, unsigned int index) const {
 template <class T>
 json ProxySkinCluster<T>::closure(const Arguments& args, const std::vector<Port>& ports) const {
     json report = this->deformerClosure("skinCluster", envelope, args, ports);
-    const VtxAttribute& attribute = attributes.at(this->cursor);
+    const VtxAttribute attribute = attributeAt(this->cursor);
     json& inputs = report["inputs"];
     inputs.push_back(output("geomMatrix", geomMatrix));
     inputs.push_back(typedValue("matrix", "Mat4List", toJson(attribute.matrices)));

@@ -3,6 +3,9 @@
 #include "zent/geometry/weights.h"
 #include "zent/ProxyDeformer.h"
 
+#include <utility>
+#include <vector>
+
 namespace zent {
 
 /// The adapter of `skin<T>`; T is Mesh, Curve, Surface or Lattice.
@@ -21,13 +24,22 @@ private:
         std::vector<mat4> bindPreMatrices;
         std::vector<float> weights;
     };
+    /// The place of a point's influences in the list of all.
+    struct Stretch {
+        std::size_t begin = 0;
+        std::size_t end = 0;
+    };
 
-    void split_attributes(const std::vector<mat4>& matrix, const std::vector<mat4>& bindPreMatrix,
-                          const SkinWeights& weights);
+    void split_attributes(std::vector<mat4> matrix, std::vector<mat4> bindPreMatrix, const SkinWeights& weights);
+    VtxAttribute attributeAt(unsigned int index) const;
 
     float envelope = 0.0f;
     mat4 geomMatrix{1.0f};
-    std::vector<VtxAttribute> attributes;
+    // Whole matrices for each weight would be a hundred times the list: a point gets them when its turn comes.
+    std::vector<mat4> matrices;
+    std::vector<mat4> bindPreMatrices;
+    std::vector<std::pair<unsigned int, float>> influences; ///< index and weight, point by point
+    std::vector<Stretch> attributes;                        ///< by point
 };
 
 extern template class ProxySkinCluster<Mesh>;
