@@ -5,9 +5,7 @@
 #include "zent/jsonAccess.h"
 #include "zent/resource.h"
 
-#include <cstdint>
 #include <filesystem>
-#include <fstream>
 
 namespace zent::test {
 namespace {
@@ -206,23 +204,6 @@ TEST(DeformerAdapters, BadRecordsFailBeforeTheWalk) {
                                             {"clusterFullCurve", clusterArguments(kCurve, "")}}) {
         EXPECT_THROW(walk(method, kOpenCurve, arguments), std::out_of_range) << method;
     }
-}
-
-// One block may stand for many targets, and be of zeros that its file leaves out.
-TEST(DeformerAdapters, BlendShapesOfAbsurdSizeFail) {
-    const std::string path = testing::TempDir() + "zent_absurd_targets." + std::to_string(::getpid());
-    const std::uint64_t table[] = {1, 0, 64 + (std::uint64_t{12} << 20)};
-    std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(table), sizeof table);
-    Element::storage().load(path);
-    std::filesystem::remove(path);
-    std::string shapes = item("[0, 6000]", kMesh);
-    for (int target = 1; target < 17; ++target) {
-        shapes.insert(1, R"({"indices": [)" + std::to_string(target) + R"(, 6000], "value": {"id": 0}}, )");
-    }
-    Proxy& proxy = adapter("blendShapeMesh");
-    const Arguments args = argumentsOf(json::parse("[[1], " + id(kMesh) + ", [], " + shapes + "]"));
-    const std::vector<Port> ports = portsOf(json::parse("[" + id(kMesh) + "]"));
-    expectError([&] { proxy.init(args, ports); }, {"more than 16777216 points"});
 }
 
 TEST(DeformerAdapters, Closures) {
