@@ -4,14 +4,14 @@
 //   ffdWholeMesh       at most a third of ffdPlainLoop
 //   pointLoopRecord    at most a third of pointLoopInitializerLists
 
-#include "zent/Compare.h"
+#include "zent/check/Run.h"
 #include "zent/nodes/blendShape.h"
 #include "zent/nodes/ffd.h"
 #include "zent/nodes/skin.h"
-#include "zent/Port.h"
 #include "zent/proxies/SkinCluster.h"
-#include "zent/resource.h"
-#include "zent/Run.h"
+#include "zent/values/Compare.h"
+#include "zent/values/Port.h"
+#include "zent/values/resource.h"
 
 #include "tools/ResourceWriter.h"
 

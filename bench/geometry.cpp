@@ -2,7 +2,7 @@
 // against reading its bytes.
 
 #include "zent/geometry/nurbs.h"
-#include "zent/resource.h"
+#include "zent/values/resource.h"
 
 #include "tools/ResourceWriter.h"
 

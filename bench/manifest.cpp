@@ -1,8 +1,8 @@
 // A manifest of 100,000 plain records: the whole run beside the time that the JSON library takes to parse the same
 // bytes.
-#include "zent/Log.h"
-#include "zent/Registry.h"
-#include "zent/Run.h"
+#include "zent/check/Run.h"
+#include "zent/proxies/Registry.h"
+#include "zent/values/Log.h"
 
 #include <benchmark/benchmark.h>
 #include <fmt/format.h>

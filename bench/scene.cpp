@@ -2,7 +2,7 @@
 // scenes of 1,000 to 100,000 nodes, where it should take the same time.
 #include "maya/Scene.h"
 #include "scene/sceneFile.h"
-#include "zent/Select.h"
+#include "zent/values/Select.h"
 
 #include <benchmark/benchmark.h>
 #include <fmt/format.h>

@@ -6,7 +6,7 @@
 #include "tools/ListResources.h"
 #include "tools/ResourceWriter.h"
 #include "zent/geometry/shapes.h"
-#include "zent/resource.h"
+#include "zent/values/resource.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -5,12 +5,12 @@
 #include "maya/Commands.h"
 #include "maya/Scene.h"
 #include "scene/sceneFile.h"
-#include "zent/Binding.h"
-#include "zent/Check.h"
+#include "zent/check/Check.h"
 #include "zent/expression/VM.h"
+#include "zent/proxies/Binding.h"
 #include "zent/proxies/Expression.h"
 #include "zent/proxies/WeightDriverPoses.h"
-#include "zent/resource.h"
+#include "zent/values/resource.h"
 
 #include <maya/MFnPlugin.h>
 

@@ -4,9 +4,9 @@
 
 #include "maya/Scene.h"
 #include "scene/sceneFile.h"
-#include "zent/Port.h"
-#include "zent/resource.h"
-#include "zent/Select.h"
+#include "zent/values/Port.h"
+#include "zent/values/resource.h"
+#include "zent/values/Select.h"
 
 #include <exception>
 

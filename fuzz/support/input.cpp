@@ -1,6 +1,6 @@
 #include "support/input.h"
 
-#include "zent/resource.h"
+#include "zent/values/resource.h"
 
 #include <sys/mman.h>
 #include <unistd.h>

@@ -4,7 +4,7 @@
 #include "scene/geometryForms.h"
 #include "scene/values.h"
 
-#include <zent/resource.h>
+#include <zent/values/resource.h>
 
 #include <fmt/format.h>
 

@@ -2,7 +2,7 @@
 
 #include "zent/expression/Assembly.h"
 #include "zent/math/require.h"
-#include "zent/resource.h"
+#include "zent/values/resource.h"
 
 #include <ostream>
 #include <vector>

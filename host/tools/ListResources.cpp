@@ -1,7 +1,7 @@
 #include "tools/ListResources.h"
 
 #include "zent/math/require.h"
-#include "zent/resource.h"
+#include "zent/values/resource.h"
 
 #include <fmt/format.h>
 #include <fmt/ostream.h>

@@ -1,6 +1,6 @@
 #include "host/openScene.h"
-#include "zent/Port.h"
-#include "zent/Select.h"
+#include "zent/values/Port.h"
+#include "zent/values/Select.h"
 
 #include <nlohmann/json.hpp>
 

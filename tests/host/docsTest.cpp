@@ -1,6 +1,6 @@
 #include "host/openScene.h"
 #include "tools/ResourceWriter.h"
-#include "zent/Port.h"
+#include "zent/values/Port.h"
 
 #include <nlohmann/json.hpp>
 

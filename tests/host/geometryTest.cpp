@@ -1,7 +1,7 @@
 #include "host/openScene.h"
 #include "tools/ResourceWriter.h"
-#include "zent/Port.h"
-#include "zent/Select.h"
+#include "zent/values/Port.h"
+#include "zent/values/Select.h"
 
 #include <maya/MFnMesh.h>
 #include <maya/MGlobal.h>

@@ -2,7 +2,7 @@
 
 #include "maya/Display.h"
 #include "scene/sceneFile.h"
-#include "zent/Select.h"
+#include "zent/values/Select.h"
 
 #include <unistd.h>
 

@@ -3,7 +3,7 @@
 #include "host/openScene.h"
 #include "scene/sceneFile.h"
 #include "tools/ResourceWriter.h"
-#include "zent/Port.h"
+#include "zent/values/Port.h"
 
 #include <maya/MPlug.h>
 

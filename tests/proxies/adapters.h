@@ -1,8 +1,8 @@
 #pragma once
 
-#include "zent/Port.h"
-#include "zent/Proxy.h"
-#include "zent/Registry.h"
+#include "zent/proxies/Proxy.h"
+#include "zent/proxies/Registry.h"
+#include "zent/values/Port.h"
 
 #include <stdexcept>
 #include <string>

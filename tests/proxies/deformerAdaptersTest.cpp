@@ -2,8 +2,8 @@
 
 #include "nodes/shapesForDeformers.h"
 #include "tools/ResourceWriter.h"
-#include "zent/jsonAccess.h"
-#include "zent/resource.h"
+#include "zent/values/jsonAccess.h"
+#include "zent/values/resource.h"
 
 #include <filesystem>
 

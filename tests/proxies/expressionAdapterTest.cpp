@@ -2,9 +2,9 @@
 
 #include "tools/Disassemble.h"
 #include "tools/ResourceWriter.h"
-#include "zent/Compare.h"
 #include "zent/expression/Assembly.h"
-#include "zent/resource.h"
+#include "zent/values/Compare.h"
+#include "zent/values/resource.h"
 
 #include <gtest/gtest.h>
 

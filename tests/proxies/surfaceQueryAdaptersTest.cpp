@@ -1,9 +1,9 @@
 #include "proxies/adapters.h"
 
 #include "tools/ResourceWriter.h"
-#include "zent/Compare.h"
-#include "zent/geometryJson.h"
-#include "zent/resource.h"
+#include "zent/values/Compare.h"
+#include "zent/values/geometryJson.h"
+#include "zent/values/resource.h"
 
 #include <gtest/gtest.h>
 

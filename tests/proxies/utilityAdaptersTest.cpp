@@ -1,6 +1,6 @@
 #include "proxies/adapters.h"
 
-#include "zent/Compare.h"
+#include "zent/values/Compare.h"
 
 #include <gtest/gtest.h>
 

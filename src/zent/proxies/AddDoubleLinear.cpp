@@ -1,7 +1,7 @@
 #include "zent/proxies/AddDoubleLinear.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/addDoubleLinear.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,7 +1,7 @@
 #include "zent/proxies/AimConstraint.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/aimConstraint.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

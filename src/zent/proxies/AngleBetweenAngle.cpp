@@ -1,7 +1,7 @@
 #include "zent/proxies/AngleBetweenAngle.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/angleBetween.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

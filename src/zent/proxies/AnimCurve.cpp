@@ -1,7 +1,7 @@
 #include "zent/proxies/AnimCurve.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/animCurve.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

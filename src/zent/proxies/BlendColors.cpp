@@ -1,7 +1,7 @@
 #include "zent/proxies/BlendColors.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/blendColors.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

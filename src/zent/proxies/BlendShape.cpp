@@ -1,8 +1,8 @@
 #include "zent/proxies/BlendShape.h"
 
-#include "zent/Binding.h"
 #include "zent/math/require.h"
 #include "zent/nodes/blendShape.h"
+#include "zent/proxies/Binding.h"
 
 #include <fmt/format.h>
 

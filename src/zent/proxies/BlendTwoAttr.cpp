@@ -1,7 +1,7 @@
 #include "zent/proxies/BlendTwoAttr.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/blendTwoAttr.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,7 +1,7 @@
 #include "zent/proxies/BlendWeighted.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/blendWeighted.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,7 +1,7 @@
 #include "zent/proxies/Clamp.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/clamp.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

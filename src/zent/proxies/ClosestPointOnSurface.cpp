@@ -1,7 +1,7 @@
 #include "zent/proxies/ClosestPointOnSurface.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/closestPointOnSurface.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,7 +1,7 @@
 #include "zent/proxies/Cluster.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/cluster.h"
+#include "zent/proxies/Binding.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include "zent/proxies/CombinationShape.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/combinationShape.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

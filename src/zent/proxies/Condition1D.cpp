@@ -1,7 +1,7 @@
 #include "zent/proxies/Condition1D.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/condition.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,7 +1,7 @@
 #include "zent/proxies/CurveFromCV.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/curve_from_cv.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

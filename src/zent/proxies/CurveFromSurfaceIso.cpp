@@ -1,7 +1,7 @@
 #include "zent/proxies/CurveFromSurfaceIso.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/curveFromSurfaceIso.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,7 +1,7 @@
 #include "zent/proxies/CurveInfo.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/curveInfo.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,7 +1,7 @@
 #include "zent/proxies/DecomposeMatrixShear.h"
 
-#include "zent/Binding.h"
 #include "zent/math/rotation.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,7 +1,7 @@
 #include "zent/proxies/DeformBendMesh.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/deformBend.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

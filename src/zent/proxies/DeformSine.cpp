@@ -1,7 +1,7 @@
 #include "zent/proxies/DeformSine.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/deformSine.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zent/ProxyDeformer.h"
+#include "zent/proxies/ProxyDeformer.h"
 
 namespace zent {
 

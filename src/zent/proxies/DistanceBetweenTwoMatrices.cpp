@@ -1,7 +1,7 @@
 #include "zent/proxies/DistanceBetweenTwoMatrices.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/distanceBetween.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,7 +1,7 @@
 #include "zent/proxies/Expression.h"
 
-#include "zent/Binding.h"
 #include "zent/expression/expression.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,7 +1,7 @@
 #include "zent/proxies/FFD.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/ffd.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,8 +1,8 @@
 #include "zent/proxies/FollicleRotateMesh.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/follicle.h"
-#include "zent/Select.h"
+#include "zent/proxies/Binding.h"
+#include "zent/values/Select.h"
 
 #include <fmt/format.h>
 #include <maya/MDagPath.h>

@@ -1,7 +1,7 @@
 #include "zent/proxies/FollicleTranslateMesh.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/follicle.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,7 +1,7 @@
 #include "zent/proxies/IKRPSolver.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/ikRPsolver.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,7 +1,7 @@
 #include "zent/proxies/IKSCSolver.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/ikSCsolver.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

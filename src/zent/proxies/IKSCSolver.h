@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zent/Proxy.h"
+#include "zent/proxies/Proxy.h"
 
 namespace zent {
 

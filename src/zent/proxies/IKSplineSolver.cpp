@@ -1,7 +1,7 @@
 #include "zent/proxies/IKSplineSolver.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/ikSplineSolver.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,7 +1,7 @@
 #include "zent/proxies/InverseMatrix.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/inverseMatrix.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,7 +1,7 @@
 #include "zent/proxies/Joint.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/joint.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,7 +1,7 @@
 #include "zent/proxies/Locator.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/locatorWorldPosition.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,7 +1,7 @@
 #include "zent/proxies/MotionPath.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/motionPath.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

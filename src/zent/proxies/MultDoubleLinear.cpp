@@ -1,7 +1,7 @@
 #include "zent/proxies/MultDoubleLinear.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/multDoubleLinear.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

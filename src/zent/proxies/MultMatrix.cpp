@@ -1,7 +1,7 @@
 #include "zent/proxies/MultMatrix.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/multMatrix.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

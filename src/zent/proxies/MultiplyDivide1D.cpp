@@ -1,7 +1,7 @@
 #include "zent/proxies/MultiplyDivide1D.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/multiplyDivide.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

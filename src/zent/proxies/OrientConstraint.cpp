@@ -1,7 +1,7 @@
 #include "zent/proxies/OrientConstraint.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/orientConstraint.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

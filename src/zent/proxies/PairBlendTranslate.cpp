@@ -1,7 +1,7 @@
 #include "zent/proxies/PairBlendTranslate.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/pairBlend.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,7 +1,7 @@
 #include "zent/proxies/ParentConstraintRotate.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/parentConstraint.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,7 +1,7 @@
 #include "zent/proxies/PlusMinusAverage2D.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/plusMinusAverage.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

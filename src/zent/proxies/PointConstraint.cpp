@@ -1,7 +1,7 @@
 #include "zent/proxies/PointConstraint.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/pointConstraint.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,7 +1,7 @@
 #include "zent/proxies/PointOnCurveInfo.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/pointOnCurveInfo.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

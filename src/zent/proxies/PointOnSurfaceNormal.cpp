@@ -1,7 +1,7 @@
 #include "zent/proxies/PointOnSurfaceNormal.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/pointOnSurface.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

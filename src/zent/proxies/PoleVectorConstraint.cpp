@@ -1,7 +1,7 @@
 #include "zent/proxies/PoleVectorConstraint.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/poleVectorConstraint.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

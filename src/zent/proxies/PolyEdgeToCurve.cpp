@@ -1,7 +1,7 @@
 #include "zent/proxies/PolyEdgeToCurve.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/polyEdgeToCurve.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

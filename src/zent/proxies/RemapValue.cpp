@@ -1,7 +1,7 @@
 #include "zent/proxies/RemapValue.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/remapValue.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,7 +1,7 @@
 #include "zent/proxies/Reverse.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/reverse.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

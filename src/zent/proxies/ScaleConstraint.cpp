@@ -1,7 +1,7 @@
 #include "zent/proxies/ScaleConstraint.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/scaleConstraint.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

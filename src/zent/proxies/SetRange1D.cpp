@@ -1,7 +1,7 @@
 #include "zent/proxies/SetRange1D.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/setRange.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,8 +1,8 @@
 #include "zent/proxies/SkinCluster.h"
 
-#include "zent/Binding.h"
 #include "zent/math/require.h"
 #include "zent/nodes/skin.h"
+#include "zent/proxies/Binding.h"
 
 #include <utility>
 

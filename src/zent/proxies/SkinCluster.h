@@ -1,7 +1,7 @@
 #pragma once
 
 #include "zent/geometry/weights.h"
-#include "zent/ProxyDeformer.h"
+#include "zent/proxies/ProxyDeformer.h"
 
 #include <utility>
 #include <vector>

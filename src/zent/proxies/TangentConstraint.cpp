@@ -1,7 +1,7 @@
 #include "zent/proxies/TangentConstraint.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/tangentConstraint.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

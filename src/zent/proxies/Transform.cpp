@@ -1,7 +1,7 @@
 #include "zent/proxies/Transform.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/transform.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

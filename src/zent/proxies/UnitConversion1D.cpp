@@ -1,7 +1,7 @@
 #include "zent/proxies/UnitConversion1D.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/unitConversion.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

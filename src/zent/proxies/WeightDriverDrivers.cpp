@@ -1,7 +1,7 @@
 #include "zent/proxies/WeightDriverDrivers.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/weightDriverDrivers.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,7 +1,7 @@
 #include "zent/proxies/WeightDriverPoses.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/weightDriverPoses.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,8 +1,8 @@
 #include "zent/proxies/Wire.h"
 
-#include "zent/Binding.h"
 #include "zent/math/require.h"
 #include "zent/nodes/wire.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

@@ -1,7 +1,7 @@
 #include "zent/proxies/WorldMatrix.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/worldMatrix.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

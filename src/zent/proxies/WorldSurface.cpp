@@ -1,7 +1,7 @@
 #include "zent/proxies/WorldSurface.h"
 
-#include "zent/Binding.h"
 #include "zent/nodes/worldSurface.h"
+#include "zent/proxies/Binding.h"
 
 namespace zent {
 

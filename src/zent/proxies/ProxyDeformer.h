@@ -1,0 +1,56 @@
+#pragma once
+
+#include "zent/geometry/shapes.h"
+#include "zent/proxies/Proxy.h"
+
+namespace zent {
+
+/// The base of the deformers' adapters: a walk over the points of Maya's deformed shape. For one point at a time it
+/// reports Maya's position, and has the node function deform a one-point copy of the undeformed position; both in world
+/// space, each by its own shape's matrix. T is Mesh, Curve, Surface or Lattice.
+///
+/// A derived class's `init` calls this one, reads its own arguments, and cuts all that belongs to the whole shape into
+/// records by point, so that the cost of a point is independent of the shape's size.
+template <class T>
+class ProxyDeformer : public Proxy {
+public:
+    json mayaResult(const std::vector<Port>& ports) const override;
+    json zentResult(const Arguments& args) const override;
+    /// Compares the points themselves: a shape has many, and their JSON is of use only to a report. A derived class
+    /// with results of its own has a comparison of its own, too.
+    bool agree(const std::vector<Port>& ports, const Arguments& args, float epsilon, json& maya,
+               json& zent) const override;
+    bool isDeformer() const override { return true; }
+    /// Reads port 0, the plug of the deformed shape, and starts a walk.
+    void init(const Arguments& args, const std::vector<Port>& ports) override;
+    void next() override { ++cursor; }
+    /// Throws std::runtime_error "Empty Maya Shape" for a shape without points.
+    bool isDone() const override;
+    int index() const override { return static_cast<int>(cursor); }
+    /// Deforms a shape of one point, the one that stands at `index` in the whole shape.
+    virtual void deform(T& shape, unsigned int index) const = 0;
+
+protected:
+    /// Reads the undeformed shape. It must hold every point that the walk visits.
+    void readInput(const Port& port);
+    /// Points that the walk visits.
+    unsigned int visitedCount() const { return pointCount(output); }
+    /// Starts a closure with the default one under the node's own name, for the inputs "envelope" and the point at
+    /// `index()`, which all of them begin with.
+    json deformerClosure(const char* node, float envelope, const Arguments& args, const std::vector<Port>& ports) const;
+
+    /// Both sides' positions of the present point, in world space.
+    vec3 mayaPoint() const;
+    vec3 zentPoint() const;
+
+    T input;                 ///< the undeformed shape
+    T output;                ///< Maya's deformed shape
+    unsigned int cursor = 0; ///< the present point
+};
+
+extern template class ProxyDeformer<Mesh>;
+extern template class ProxyDeformer<Curve>;
+extern template class ProxyDeformer<Surface>;
+extern template class ProxyDeformer<Lattice>;
+
+} // namespace zent
