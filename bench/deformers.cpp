@@ -8,7 +8,8 @@
 #include "zent/nodes/blendShape.h"
 #include "zent/nodes/ffd.h"
 #include "zent/nodes/skin.h"
-#include "zent/proxies/SkinCluster.h"
+#include "zent/proxies/PointWalk.h"
+#include "zent/proxies/Registry.h"
 #include "zent/values/Compare.h"
 #include "zent/values/Port.h"
 #include "zent/values/resource.h"
@@ -376,7 +377,7 @@ const json& skinRecord() {
 /// The whole record, cutting it into points included.
 void pointLoopRecord(benchmark::State& state) {
     Registry registry;
-    registry["skinMesh"] = std::make_unique<ProxySkinCluster<Mesh>>();
+    registry["skinMesh"] = makeProxy("skinMesh");
     RunSettings settings;
     settings.ignoreDeformer = false;
     const Run run(registry, settings, {});
@@ -399,16 +400,15 @@ void pointLoopWalk(benchmark::State& state) {
     for (const json& argument : skinRecord()["arguments"]) {
         args.add(argument["attribute"].get<unsigned int>(), Element(json(argument["value"])));
     }
-    ProxySkinCluster<Mesh> proxy;
-    proxy.init(args, ports);
+    const std::unique_ptr<Proxy> proxy = makeProxy("skinMesh");
+    const auto& walk = dynamic_cast<const PointWalk&>(*proxy);
+    proxy->init(args, ports);
     for (auto _ : state) {
         state.PauseTiming();
-        proxy.init(args, ports);
+        proxy->init(args, ports);
         state.ResumeTiming();
-        json maya;
-        json zent;
-        for (; !proxy.isDone(); proxy.next()) {
-            benchmark::DoNotOptimize(proxy.agree(ports, args, 0.001f, maya, zent));
+        for (unsigned i = 0; i < walk.count(); ++i) {
+            benchmark::DoNotOptimize(walk.at(i).agree(0.001f));
         }
     }
     state.SetItemsProcessed(state.iterations() * kPoints);

@@ -7,9 +7,8 @@
 #include "scene/sceneFile.h"
 #include "zent/check/Check.h"
 #include "zent/expression/VM.h"
-#include "zent/proxies/Binding.h"
-#include "zent/proxies/Expression.h"
-#include "zent/proxies/WeightDriverPoses.h"
+#include "zent/proxies/Plain.h"
+#include "zent/proxies/Registry.h"
 #include "zent/values/resource.h"
 
 #include <maya/MFnPlugin.h>
@@ -31,19 +30,20 @@ std::vector<std::string> words() {
 }
 
 /// The adapter of expressions, which ends one that never would: a loop without end is the program's own.
-class BoundedExpression : public zent::ProxyExpression {
-    zent::json zentResult(const zent::Arguments& args) const override {
-        return zent::results(zent::output(zent::call<run>(args)));
-    }
-    static zent::VM::Floats run(zent::VM::Floats inputs, std::vector<unsigned char> code,
-                                std::vector<zent::Value> constants) {
-        constexpr std::uint64_t kInstructions = 20000;
-        return zent::VM(std::move(code), std::move(constants)).executeAtMost(kInstructions, std::move(inputs));
-    }
+zent::VM::Floats runBounded(zent::VM::Floats inputs, std::vector<unsigned char> code,
+                            std::vector<zent::Value> constants) {
+    constexpr std::uint64_t kInstructions = 20000;
+    return zent::VM(std::move(code), std::move(constants)).executeAtMost(kInstructions, std::move(inputs));
+}
+
+class BoundedExpression : public zent::Plain<runBounded> {
+public:
+    BoundedExpression() : Plain("expression", "output") {}
 };
 
 /// The adapter of pose interpolators, which passes over those whose matrices would only take time.
-class BoundedPoses : public zent::ProxyWeightDriverPoses {
+class BoundedPoses : public zent::Proxy {
+    zent::json mayaResult(const std::vector<zent::Port>& ports) const override { return whole_->mayaResult(ports); }
     zent::json zentResult(const zent::Arguments& args) const override {
         constexpr unsigned int kMostPoses = 64;
         constexpr unsigned int kTooMany = 2048; // beyond them there are no matrices
@@ -54,8 +54,11 @@ class BoundedPoses : public zent::ProxyWeightDriverPoses {
                 }
             }
         }
-        return ProxyWeightDriverPoses::zentResult(args);
+        return whole_->zentResult(args);
     }
+    std::string name() const override { return whole_->name(); }
+
+    std::unique_ptr<zent::Proxy> whole_ = zent::makeProxy("weightDriverPoses");
 };
 
 void registerCommand() {

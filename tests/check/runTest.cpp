@@ -1,7 +1,6 @@
 #include "check/testRun.h"
 
-#include "zent/proxies/AddDoubleLinear.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/ProxyDeformer.h"
 
 #include <cmath>
 #include <cstdio>
@@ -18,30 +17,23 @@ constexpr const char* kBad = R"({"node_name": "n", "method": "addDoubleLinear",
     "results": [{"attribute": 0, "value": 6}], "arguments": [{"attribute": 0, "value": 2}, {"attribute": 1, "value": 3}]})";
 
 /// Two lists of points, Maya's and the node function's, compared one by one.
-class PointList : public Proxy {
+class PointList : public ProxyDeformer<Mesh> {
 public:
-    PointList(std::vector<vec3> maya, std::vector<vec3> zent) : maya_(std::move(maya)), zent_(std::move(zent)) {}
-    json mayaResult(const std::vector<Port>& /*ports*/) const override { return results(output(maya_[cursor_])); }
-    json zentResult(const Arguments& /*args*/) const override { return results(output(zent_[cursor_])); }
-    json closure(const Arguments& /*args*/, const std::vector<Port>& /*ports*/) const override { return cursor_; }
+    PointList(std::vector<vec3> maya, std::vector<vec3> zent) {
+        output.points = std::move(maya);
+        input.points = std::move(zent);
+    }
+    json closure(const Arguments& /*args*/, const std::vector<Port>& /*ports*/) const override { return cursor; }
     std::string name() const override { return "points"; }
-    bool isDeformer() const override { return true; }
-    void init(const Arguments& /*args*/, const std::vector<Port>& /*ports*/) override { cursor_ = 0; }
-    void next() override { ++cursor_; }
-    bool isDone() const override { return cursor_ == maya_.size(); }
-    int index() const override { return static_cast<int>(cursor_); }
-
-private:
-    std::vector<vec3> maya_;
-    std::vector<vec3> zent_;
-    std::size_t cursor_ = 0;
+    void init(const Arguments& /*args*/, const std::vector<Port>& /*ports*/) override { cursor = 0; }
+    void deform(Mesh& /*shape*/, unsigned int /*index*/) const override {}
 };
 
 class SpineTest : public RunTest {
 protected:
     void SetUp() override {
         RunTest::SetUp();
-        add(std::make_unique<ProxyAddDoubleLinear>());
+        add(makeProxy("addDoubleLinear"));
     }
     std::string list(const Lines& records) {
         std::string text = "[";
@@ -146,8 +138,9 @@ TEST_F(DeformerLoopTest, ReportsTheWorstPointAndTheEarlierOnATie) {
     const vec3 far(0.0f, 3.0f, 4.0f);
     EXPECT_FALSE(checkPoints({vec3(1.0f), far, vec3(0.0f), far}, {vec3(0.0f), vec3(0.0f), far, vec3(0.0f)}));
     EXPECT_EQ(lines,
-              (Lines{"error index: 1", "closure: 1", R"(maya output: [{"type":"Vec3","value":[0.0,3.0,4.0]}])",
-                     R"(zent output: [{"type":"Vec3","value":[0.0,0.0,0.0]}])", "===== unmatch on d(points) ====="}));
+              (Lines{"error index: 1", "closure: 1",
+                     R"(maya output: [{"name":"outputGeometry[0]","type":"Vertex","value":[0.0,3.0,4.0]}])",
+                     R"(zent output: [{"type":"Vertex","value":[0.0,0.0,0.0]}])", "===== unmatch on d(points) ====="}));
 }
 
 TEST_F(DeformerLoopTest, LogsAClosureForEachPointAtVerboseTwo) {

@@ -1,5 +1,7 @@
 #include "zent/check/Run.h"
 
+#include "zent/proxies/PointWalk.h"
+#include "zent/values/Compare.h"
 #include "zent/values/jsonAccess.h"
 #include "zent/values/Log.h"
 #include "zent/values/Port.h"
@@ -65,10 +67,6 @@ unsigned reportMismatch(const json& closure, const json& maya, const json& zent)
     Log::println("maya output: " + dumped(maya));
     Log::println("zent output: " + dumped(zent));
     return Run::kMismatch;
-}
-
-vec3 firstPoint(const json& outputs) {
-    return toVec3(member(item(outputs, 0), "value"));
 }
 
 } // namespace
@@ -142,17 +140,18 @@ unsigned Run::compareOnce(const Proxy& proxy, const Arguments& args, const std::
     if (settings_.verbose >= 2) {
         Log::println("Closure: " + dumped(proxy.closure(args, ports)));
     }
-    json maya;
-    json zent;
-    if (proxy.agree(ports, args, settings_.epsilon, maya, zent)) {
+    const json maya = proxy.mayaResult(ports);
+    const json zent = proxy.zentResult(args);
+    if (compare(maya, zent, settings_.epsilon)) {
         return kMatch;
     }
     return reportMismatch(proxy.closure(args, ports), maya, zent);
 }
 
-// Only a distance above the worst so far is recorded, so that a point which differs at distance 0, by NaN or in a later
-// output than the first, leaves the record a match. That is deliberate, and so is the earlier point on a tie.
+// Only a distance above the worst so far is recorded, so that a point which differs at distance 0, or by NaN, leaves
+// the record a match. That is deliberate, and so is the earlier point on a tie.
 unsigned Run::comparePoints(Proxy& proxy, const Arguments& args, const std::vector<Port>& ports) const {
+    const auto& walk = dynamic_cast<const PointWalk&>(proxy); // every deformer is one
     int errorIndex = -1;
     float worstDistance = 0.0f;
     json worstMaya;
@@ -163,17 +162,15 @@ unsigned Run::comparePoints(Proxy& proxy, const Arguments& args, const std::vect
             const int index = proxy.index();
             Log::println(fmt::format("Closure on vtx[{}]: {}", index, dumped(proxy.closure(args, ports))));
         }
-        json maya;
-        json zent;
-        if (proxy.agree(ports, args, settings_.epsilon, maya, zent)) {
+        const PointPair point = walk.at(static_cast<unsigned>(proxy.index()));
+        if (point.agree(settings_.epsilon)) {
             continue;
         }
-        const float distance = guardedLength(firstPoint(maya) - firstPoint(zent));
-        if (distance > worstDistance) {
-            worstDistance = distance;
+        if (point.distance() > worstDistance) {
+            worstDistance = point.distance();
             errorIndex = proxy.index();
-            worstMaya = std::move(maya);
-            worstZent = std::move(zent);
+            worstMaya = proxy.mayaResult(ports);
+            worstZent = proxy.zentResult(args);
             worstClosure = proxy.closure(args, ports);
         }
     }

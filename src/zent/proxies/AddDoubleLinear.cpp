@@ -1,16 +1,12 @@
-#include "zent/proxies/AddDoubleLinear.h"
-
 #include "zent/nodes/addDoubleLinear.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyAddDoubleLinear::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("output", result<float>(ports, 0)));
-}
-
-json ProxyAddDoubleLinear::zentResult(const Arguments& args) const {
-    return results(output(call<addDoubleLinear>(args)));
-}
+class ProxyAddDoubleLinear : public Plain<addDoubleLinear> {
+public:
+    ProxyAddDoubleLinear() : Plain("addDoubleLinear", "output") {}
+};
+template Method method<ProxyAddDoubleLinear>();
 
 } // namespace zent

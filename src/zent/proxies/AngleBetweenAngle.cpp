@@ -1,16 +1,12 @@
-#include "zent/proxies/AngleBetweenAngle.h"
-
 #include "zent/nodes/angleBetween.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyAngleBetweenAngle::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("angle", result<float>(ports, 0)));
-}
-
-json ProxyAngleBetweenAngle::zentResult(const Arguments& args) const {
-    return results(output(call<angleBetween__COMPUTE__angle>(args)));
-}
+class ProxyAngleBetweenAngle : public Plain<angleBetween__COMPUTE__angle> {
+public:
+    ProxyAngleBetweenAngle() : Plain("angleBetween__COMPUTE__angle", "angle") {}
+};
+template Method method<ProxyAngleBetweenAngle>();
 
 } // namespace zent

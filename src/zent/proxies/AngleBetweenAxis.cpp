@@ -1,16 +1,12 @@
-#include "zent/proxies/AngleBetweenAxis.h"
-
 #include "zent/nodes/angleBetween.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyAngleBetweenAxis::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("axis", result<vec3>(ports, 0)));
-}
-
-json ProxyAngleBetweenAxis::zentResult(const Arguments& args) const {
-    return results(output(call<angleBetween__COMPUTE__axis>(args)));
-}
+class ProxyAngleBetweenAxis : public Plain<angleBetween__COMPUTE__axis> {
+public:
+    ProxyAngleBetweenAxis() : Plain("angleBetween__COMPUTE__axis", "axis") {}
+};
+template Method method<ProxyAngleBetweenAxis>();
 
 } // namespace zent

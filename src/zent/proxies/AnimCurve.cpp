@@ -1,16 +1,12 @@
-#include "zent/proxies/AnimCurve.h"
-
 #include "zent/nodes/animCurve.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyAnimCurve::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("output", result<float>(ports, 0)));
-}
-
-json ProxyAnimCurve::zentResult(const Arguments& args) const {
-    return results(output(call<animCurve>(args)));
-}
+class ProxyAnimCurve : public Plain<animCurve> {
+public:
+    ProxyAnimCurve() : Plain("animCurve", "output") {}
+};
+template Method method<ProxyAnimCurve>();
 
 } // namespace zent

@@ -1,16 +1,12 @@
-#include "zent/proxies/BlendColors.h"
-
 #include "zent/nodes/blendColors.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyBlendColors::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("output", result<vec3>(ports, 0)));
-}
-
-json ProxyBlendColors::zentResult(const Arguments& args) const {
-    return results(output(call<blendColors>(args)));
-}
+class ProxyBlendColors : public Plain<blendColors> {
+public:
+    ProxyBlendColors() : Plain("blendColors", "output") {}
+};
+template Method method<ProxyBlendColors>();
 
 } // namespace zent

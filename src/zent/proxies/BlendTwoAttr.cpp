@@ -1,16 +1,12 @@
-#include "zent/proxies/BlendTwoAttr.h"
-
 #include "zent/nodes/blendTwoAttr.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyBlendTwoAttr::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("output", result<float>(ports, 0)));
-}
-
-json ProxyBlendTwoAttr::zentResult(const Arguments& args) const {
-    return results(output(call<blendTwoAttr>(args)));
-}
+class ProxyBlendTwoAttr : public Plain<blendTwoAttr> {
+public:
+    ProxyBlendTwoAttr() : Plain("blendTwoAttr", "output") {}
+};
+template Method method<ProxyBlendTwoAttr>();
 
 } // namespace zent

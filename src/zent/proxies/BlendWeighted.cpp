@@ -1,16 +1,12 @@
-#include "zent/proxies/BlendWeighted.h"
-
 #include "zent/nodes/blendWeighted.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyBlendWeighted::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("output", result<float>(ports, 0)));
-}
-
-json ProxyBlendWeighted::zentResult(const Arguments& args) const {
-    return results(output(call<blendWeighted>(args)));
-}
+class ProxyBlendWeighted : public Plain<blendWeighted> {
+public:
+    ProxyBlendWeighted() : Plain("blendWeighted", "output") {}
+};
+template Method method<ProxyBlendWeighted>();
 
 } // namespace zent

@@ -1,21 +1,34 @@
-#include "zent/proxies/Cluster.h"
-
 #include "zent/nodes/cluster.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/ClusterHandle.h"
+#include "zent/proxies/ProxyDeformer.h"
 
 #include <algorithm>
 
 namespace zent {
 
-ClusterHandle ClusterHandle::read(const Arguments& args, unsigned int start) {
-    // Braces read the arguments in order, so that the first bad one is the one reported.
-    return {zent::read<mat4>(args.get(start)),     zent::read<mat4>(args.get(start + 1)),
-            zent::read<int>(args.get(start + 2)),  zent::read<vec3>(args.get(start + 4)),
-            zent::read<vec3>(args.get(start + 5)), zent::read<int>(args.get(start + 6)),
-            zent::read<vec3>(args.get(start + 7)), zent::read<vec3>(args.get(start + 8)),
-            zent::read<vec3>(args.get(start + 9)), zent::read<vec3>(args.get(start + 10)),
-            zent::read<vec3>(args.get(start + 11))};
-}
+/// The adapter of `_cluster<T>` on listed points; T is Curve, Surface or Lattice.
+template <class T>
+class ProxyCluster : public ProxyDeformer<T> {
+public:
+    std::string name() const override { return std::string("cluster") + shapeName<T>(); }
+    void init(const Arguments& args, const std::vector<Port>& ports) override;
+    void deform(T& point, unsigned int index) const override;
+    MethodInfo info() const {
+        return this->deformerInfo(Inputs<T, std::vector<unsigned int>, mat4, mat4, int, WeightMap, vec3, vec3, int,
+                                         vec3, vec3, vec3, vec3, vec3>::info());
+    }
+
+private:
+    struct VtxAttribute {
+        bool listed; ///< has no effect: the weight alone makes a point a member
+        float weight;
+    };
+
+    void split_attributes(const std::vector<unsigned int>& indices, const WeightMap& weights);
+
+    ClusterHandle handle;
+    std::vector<VtxAttribute> attributes;
+};
 
 template <class T>
 void ProxyCluster<T>::init(const Arguments& args, const std::vector<Port>& ports) {
@@ -49,8 +62,8 @@ void ProxyCluster<T>::deform(T& point, unsigned int index) const {
                 handle.scalePivot, handle.rotatePivotTranslate, handle.scalePivotTranslate);
 }
 
-template class ProxyCluster<Curve>;
-template class ProxyCluster<Surface>;
-template class ProxyCluster<Lattice>;
+template Method method<ProxyCluster<Curve>>();
+template Method method<ProxyCluster<Surface>>();
+template Method method<ProxyCluster<Lattice>>();
 
 } // namespace zent

@@ -1,9 +1,27 @@
-#include "zent/proxies/ClusterFull.h"
-
 #include "zent/nodes/cluster.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/ClusterHandle.h"
+#include "zent/proxies/ProxyDeformer.h"
 
 namespace zent {
+
+/// The adapter of `_cluster<T>` on all points; T is Curve.
+template <class T>
+class ProxyClusterFull : public ProxyDeformer<T> {
+public:
+    std::string name() const override { return std::string("clusterFull") + shapeName<T>(); }
+    void init(const Arguments& args, const std::vector<Port>& ports) override;
+    void deform(T& point, unsigned int index) const override;
+    MethodInfo info() const {
+        return this->deformerInfo(
+            Inputs<T, mat4, mat4, int, WeightMap, vec3, vec3, int, vec3, vec3, vec3, vec3, vec3>::info());
+    }
+
+private:
+    void split_attributes(const WeightMap& weights);
+
+    ClusterHandle handle;
+    std::vector<float> weightByPoint;
+};
 
 template <class T>
 void ProxyClusterFull<T>::init(const Arguments& args, const std::vector<Port>& ports) {
@@ -30,6 +48,6 @@ void ProxyClusterFull<T>::deform(T& point, unsigned int index) const {
                 handle.rotatePivotTranslate, handle.scalePivotTranslate);
 }
 
-template class ProxyClusterFull<Curve>;
+template Method method<ProxyClusterFull<Curve>>();
 
 } // namespace zent

@@ -1,16 +1,12 @@
-#include "zent/proxies/CombinationShape.h"
-
 #include "zent/nodes/combinationShape.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyCombinationShape::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("outputWeight", result<float>(ports, 0)));
-}
-
-json ProxyCombinationShape::zentResult(const Arguments& args) const {
-    return results(output(call<combinationShape>(args)));
-}
+class ProxyCombinationShape : public Plain<combinationShape> {
+public:
+    ProxyCombinationShape() : Plain("combinationShape", "outputWeight") {}
+};
+template Method method<ProxyCombinationShape>();
 
 } // namespace zent

@@ -1,16 +1,12 @@
-#include "zent/proxies/ComposeMatrix.h"
-
 #include "zent/math/rotation.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyComposeMatrix::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("outputMatrix", result<mat4>(ports, 0)));
-}
-
-json ProxyComposeMatrix::zentResult(const Arguments& args) const {
-    return results(output(call<composeMatrix>(args)));
-}
+class ProxyComposeMatrix : public Plain<composeMatrix> {
+public:
+    ProxyComposeMatrix() : Plain("composeMatrix", "outputMatrix") {}
+};
+template Method method<ProxyComposeMatrix>();
 
 } // namespace zent

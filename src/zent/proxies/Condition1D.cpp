@@ -1,17 +1,14 @@
-#include "zent/proxies/Condition1D.h"
-
 #include "zent/nodes/condition.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyCondition1D::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("outColorR", result<float>(ports, 0)));
-}
-
-json ProxyCondition1D::zentResult(const Arguments& args) const {
-    return results(output(call<condition1D>(args)));
-}
+class ProxyCondition1D : public Plain<condition1D> {
+public:
+    ProxyCondition1D() : Plain("condition1D", "outColorR") {}
+    json closure(const Arguments& args, const std::vector<Port>& ports) const override;
+};
+template Method method<ProxyCondition1D>();
 
 json ProxyCondition1D::closure(const Arguments& args, const std::vector<Port>& /*ports*/) const {
     return nodeReport("condition", results(input<float>("firstTerm", args, 0), input<float>("secondTerm", args, 1),

@@ -1,16 +1,12 @@
-#include "zent/proxies/Condition3D.h"
-
 #include "zent/nodes/condition.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyCondition3D::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("outColor", result<vec3>(ports, 0)));
-}
-
-json ProxyCondition3D::zentResult(const Arguments& args) const {
-    return results(output(call<condition3D>(args)));
-}
+class ProxyCondition3D : public Plain<condition3D> {
+public:
+    ProxyCondition3D() : Plain("condition3D", "outColor") {}
+};
+template Method method<ProxyCondition3D>();
 
 } // namespace zent

@@ -1,16 +1,12 @@
-#include "zent/proxies/CurveFromCV.h"
-
 #include "zent/nodes/curve_from_cv.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyCurveFromCV::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("local", result<Curve>(ports, 0)));
-}
-
-json ProxyCurveFromCV::zentResult(const Arguments& args) const {
-    return results(output(call<curve_from_cv>(args)));
-}
+class ProxyCurveFromCV : public Plain<curve_from_cv> {
+public:
+    ProxyCurveFromCV() : Plain("curve_from_cv", "local") {}
+};
+template Method method<ProxyCurveFromCV>();
 
 } // namespace zent

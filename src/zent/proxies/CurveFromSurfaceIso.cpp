@@ -1,17 +1,15 @@
-#include "zent/proxies/CurveFromSurfaceIso.h"
-
 #include "zent/nodes/curveFromSurfaceIso.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyCurveFromSurfaceIso::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("outputCurve", result<Curve>(ports, 0)));
-}
-
-json ProxyCurveFromSurfaceIso::zentResult(const Arguments& args) const {
-    return results(output(call<curveFromSurfaceIso>(args)));
-}
+class ProxyCurveFromSurfaceIso : public Plain<curveFromSurfaceIso> {
+public:
+    ProxyCurveFromSurfaceIso() : Plain("curveFromSurfaceIso", "outputCurve") {}
+    /// Adds the record's inputs.
+    json closure(const Arguments& args, const std::vector<Port>& ports) const override;
+};
+template Method method<ProxyCurveFromSurfaceIso>();
 
 json ProxyCurveFromSurfaceIso::closure(const Arguments& args, const std::vector<Port>& ports) const {
     json report = Proxy::closure(args, ports);

@@ -1,16 +1,12 @@
-#include "zent/proxies/CurveInfo.h"
-
 #include "zent/nodes/curveInfo.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyCurveInfo::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("arcLength", result<float>(ports, 0)));
-}
-
-json ProxyCurveInfo::zentResult(const Arguments& args) const {
-    return results(output(call<curveInfo>(args)));
-}
+class ProxyCurveInfo : public Plain<curveInfo> {
+public:
+    ProxyCurveInfo() : Plain("curveInfo", "arcLength") {}
+};
+template Method method<ProxyCurveInfo>();
 
 } // namespace zent

@@ -1,16 +1,12 @@
-#include "zent/proxies/DecomposeMatrixScale.h"
-
 #include "zent/math/rotation.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyDecomposeMatrixScale::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("outputScale", result<vec3>(ports, 0)));
-}
-
-json ProxyDecomposeMatrixScale::zentResult(const Arguments& args) const {
-    return results(output(call<decomposeMatrixScale>(args)));
-}
+class ProxyDecomposeMatrixScale : public Plain<decomposeMatrixScale> {
+public:
+    ProxyDecomposeMatrixScale() : Plain("decomposeMatrixScale", "outputScale") {}
+};
+template Method method<ProxyDecomposeMatrixScale>();
 
 } // namespace zent

@@ -1,11 +1,29 @@
-#include "zent/proxies/DeformBendPartialMesh.h"
-
 #include "zent/nodes/deformBend.h"
 #include "zent/proxies/Binding.h"
+#include "zent/proxies/ProxyDeformer.h"
 
 #include <algorithm>
 
 namespace zent {
+
+/// The adapter of `deformBendPartialMesh`.
+class ProxyDeformBendPartialMesh : public ProxyDeformer<Mesh> {
+public:
+    std::string name() const override { return "deformBendPartialMesh"; }
+    void init(const Arguments& args, const std::vector<Port>& ports) override;
+    void deform(Mesh& point, unsigned int index) const override;
+    MethodInfo info() const { return deformerInfo(argumentsOf<deformBendPartialMesh>()); }
+
+private:
+    void split_attributes(const std::vector<unsigned int>& indices);
+
+    float envelope = 0.0f;
+    mat4 handle{1.0f};
+    float curvature = 0.0f;
+    float lowBound = 0.0f;
+    float highBound = 0.0f;
+    std::vector<char> listed; ///< by point
+};
 
 void ProxyDeformBendPartialMesh::init(const Arguments& args, const std::vector<Port>& ports) {
     ProxyDeformer<Mesh>::init(args, ports);
@@ -33,5 +51,7 @@ void ProxyDeformBendPartialMesh::deform(Mesh& point, unsigned int index) const {
     }
     deformBendPartialMesh(point, envelope, std::move(indices), handle, curvature, lowBound, highBound);
 }
+
+template Method method<ProxyDeformBendPartialMesh>();
 
 } // namespace zent

@@ -1,16 +1,12 @@
-#include "zent/proxies/DistanceBetweenTwoMatrices.h"
-
 #include "zent/nodes/distanceBetween.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyDistanceBetweenTwoMatrices::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("distance", result<float>(ports, 0)));
-}
-
-json ProxyDistanceBetweenTwoMatrices::zentResult(const Arguments& args) const {
-    return results(output(call<distanceBetweenTwoMatrices>(args)));
-}
+class ProxyDistanceBetweenTwoMatrices : public Plain<distanceBetweenTwoMatrices> {
+public:
+    ProxyDistanceBetweenTwoMatrices() : Plain("distanceBetweenTwoMatrices", "distance") {}
+};
+template Method method<ProxyDistanceBetweenTwoMatrices>();
 
 } // namespace zent

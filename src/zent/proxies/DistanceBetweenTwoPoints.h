@@ -1,15 +1,14 @@
 #pragma once
 
-#include "zent/proxies/Proxy.h"
+#include "zent/nodes/distanceBetween.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-/// The adapter of `distanceBetweenTwoPoints`.
-class ProxyDistanceBetweenTwoPoints : public Proxy {
+/// The adapter of `distanceBetweenTwoPoints`, and the base of one that differs in its name only.
+class ProxyDistanceBetweenTwoPoints : public Plain<distanceBetweenTwoPoints> {
 public:
-    json mayaResult(const std::vector<Port>& ports) const override;
-    json zentResult(const Arguments& args) const override;
-    std::string name() const override { return "distanceBetweenTwoPoints"; }
+    ProxyDistanceBetweenTwoPoints() : Plain("distanceBetweenTwoPoints", "distance") {}
 };
 
 } // namespace zent

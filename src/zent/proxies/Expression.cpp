@@ -1,16 +1,14 @@
-#include "zent/proxies/Expression.h"
-
 #include "zent/expression/expression.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyExpression::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("output", result<svec<float, 16>>(ports, 0)));
-}
-
-json ProxyExpression::zentResult(const Arguments& args) const {
-    return results(output(call<expression>(args)));
-}
+/// The adapter of `expression`: the inputs, the byte code and the constants, the last two as blocks of the resource
+/// file. The code may write more outputs than the node has connected; the surplus is not compared.
+class ProxyExpression : public Plain<expression> {
+public:
+    ProxyExpression() : Plain("expression", "output") {}
+};
+template Method method<ProxyExpression>();
 
 } // namespace zent

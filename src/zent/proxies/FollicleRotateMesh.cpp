@@ -1,7 +1,5 @@
-#include "zent/proxies/FollicleRotateMesh.h"
-
 #include "zent/nodes/follicle.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 #include "zent/values/Select.h"
 
 #include <fmt/format.h>
@@ -125,13 +123,14 @@ json meshFragment(const MDagPath& path, const std::set<int>& faces, const MStrin
 
 } // namespace
 
-json ProxyFollicleRotateMesh::mayaResult(const std::vector<Port>& ports) const {
-    return results(eulerResult("outRotate", result<vec3>(ports, 0)));
-}
-
-json ProxyFollicleRotateMesh::zentResult(const Arguments& args) const {
-    return results(eulerResult(call<follicleRotateMesh>(args)));
-}
+class ProxyFollicleRotateMesh : public Plain<follicleRotateMesh, Rotation> {
+public:
+    ProxyFollicleRotateMesh() : Plain("follicleRotateMesh", "outRotate") {}
+    /// A scene fragment that stands on its own: the faces around the follicle's quad, with their points and UVs, as a
+    /// mesh. Needs the mesh and the follicle in the scene.
+    json closure(const Arguments& args, const std::vector<Port>& ports) const override;
+};
+template Method method<ProxyFollicleRotateMesh>();
 
 json ProxyFollicleRotateMesh::closure(const Arguments& args, const std::vector<Port>& ports) const {
     json report = Proxy::closure(args, ports);

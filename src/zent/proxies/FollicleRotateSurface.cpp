@@ -1,16 +1,12 @@
-#include "zent/proxies/FollicleRotateSurface.h"
-
 #include "zent/nodes/follicle.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyFollicleRotateSurface::mayaResult(const std::vector<Port>& ports) const {
-    return results(eulerResult("outRotate", result<vec3>(ports, 0)));
-}
-
-json ProxyFollicleRotateSurface::zentResult(const Arguments& args) const {
-    return results(eulerResult(call<follicleRotateSurface>(args)));
-}
+class ProxyFollicleRotateSurface : public Plain<follicleRotateSurface, Rotation> {
+public:
+    ProxyFollicleRotateSurface() : Plain("follicleRotateSurface", "outRotate") {}
+};
+template Method method<ProxyFollicleRotateSurface>();
 
 } // namespace zent

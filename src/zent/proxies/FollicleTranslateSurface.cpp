@@ -1,16 +1,12 @@
-#include "zent/proxies/FollicleTranslateSurface.h"
-
 #include "zent/nodes/follicle.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyFollicleTranslateSurface::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("outTranslate", result<vec3>(ports, 0)));
-}
-
-json ProxyFollicleTranslateSurface::zentResult(const Arguments& args) const {
-    return results(output(call<follicleTranslateSurface>(args)));
-}
+class ProxyFollicleTranslateSurface : public Plain<follicleTranslateSurface> {
+public:
+    ProxyFollicleTranslateSurface() : Plain("follicleTranslateSurface", "outTranslate") {}
+};
+template Method method<ProxyFollicleTranslateSurface>();
 
 } // namespace zent

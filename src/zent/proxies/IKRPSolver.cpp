@@ -1,16 +1,12 @@
-#include "zent/proxies/IKRPSolver.h"
-
 #include "zent/nodes/ikRPsolver.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyIKRPSolver::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("rotate", result<static_vector<vec3, 2>>(ports, 0)));
-}
-
-json ProxyIKRPSolver::zentResult(const Arguments& args) const {
-    return results(output(call<ikRPsolver>(args)));
-}
+class ProxyIKRPSolver : public Plain<ikRPsolver> {
+public:
+    ProxyIKRPSolver() : Plain("ikRPsolver", "rotate") {}
+};
+template Method method<ProxyIKRPSolver>();
 
 } // namespace zent

@@ -1,15 +1,14 @@
 #pragma once
 
-#include "zent/proxies/Proxy.h"
+#include "zent/nodes/inverseMatrix.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-/// The adapter of `inverseMatrix`.
-class ProxyInverseMatrix : public Proxy {
+/// The adapter of `inverseMatrix`, and the base of those that differ in their name only.
+class ProxyInverseMatrix : public Plain<inverseMatrix> {
 public:
-    json mayaResult(const std::vector<Port>& ports) const override;
-    json zentResult(const Arguments& args) const override;
-    std::string name() const override { return "inverseMatrix"; }
+    ProxyInverseMatrix() : Plain("inverseMatrix", "inverseMatrix") {}
 };
 
 } // namespace zent

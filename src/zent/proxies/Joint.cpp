@@ -1,16 +1,12 @@
-#include "zent/proxies/Joint.h"
-
 #include "zent/nodes/joint.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyJoint::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("matrix", result<mat4>(ports, 0)));
-}
-
-json ProxyJoint::zentResult(const Arguments& args) const {
-    return results(output(call<joint>(args)));
-}
+class ProxyJoint : public Plain<joint> {
+public:
+    ProxyJoint() : Plain("joint", "matrix") {}
+};
+template Method method<ProxyJoint>();
 
 } // namespace zent

@@ -1,16 +1,12 @@
-#include "zent/proxies/Locator.h"
-
 #include "zent/nodes/locatorWorldPosition.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyLocator::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("worldPosition[0]", result<vec3>(ports, 0)));
-}
-
-json ProxyLocator::zentResult(const Arguments& args) const {
-    return results(output(call<locatorWorldPosition>(args)));
-}
+class ProxyLocator : public Plain<locatorWorldPosition> {
+public:
+    ProxyLocator() : Plain("locatorWorldPosition", "worldPosition[0]") {}
+};
+template Method method<ProxyLocator>();
 
 } // namespace zent

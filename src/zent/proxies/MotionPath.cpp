@@ -1,16 +1,12 @@
-#include "zent/proxies/MotionPath.h"
-
 #include "zent/nodes/motionPath.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyMotionPath::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("allCoordinates", result<vec3>(ports, 0)));
-}
-
-json ProxyMotionPath::zentResult(const Arguments& args) const {
-    return results(output(call<motionPath>(args)));
-}
+class ProxyMotionPath : public Plain<motionPath> {
+public:
+    ProxyMotionPath() : Plain("motionPath", "allCoordinates") {}
+};
+template Method method<ProxyMotionPath>();
 
 } // namespace zent

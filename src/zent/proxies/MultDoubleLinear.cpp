@@ -1,16 +1,12 @@
-#include "zent/proxies/MultDoubleLinear.h"
-
 #include "zent/nodes/multDoubleLinear.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyMultDoubleLinear::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("output", result<float>(ports, 0)));
-}
-
-json ProxyMultDoubleLinear::zentResult(const Arguments& args) const {
-    return results(output(call<multDoubleLinear>(args)));
-}
+class ProxyMultDoubleLinear : public Plain<multDoubleLinear> {
+public:
+    ProxyMultDoubleLinear() : Plain("multDoubleLinear", "output") {}
+};
+template Method method<ProxyMultDoubleLinear>();
 
 } // namespace zent

@@ -1,16 +1,12 @@
-#include "zent/proxies/MultMatrix.h"
-
 #include "zent/nodes/multMatrix.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyMultMatrix::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("matrixSum", result<mat4>(ports, 0)));
-}
-
-json ProxyMultMatrix::zentResult(const Arguments& args) const {
-    return results(output(call<multMatrix>(args)));
-}
+class ProxyMultMatrix : public Plain<multMatrix> {
+public:
+    ProxyMultMatrix() : Plain("multMatrix", "matrixSum") {}
+};
+template Method method<ProxyMultMatrix>();
 
 } // namespace zent

@@ -1,17 +1,14 @@
-#include "zent/proxies/MultiplyDivide1D.h"
-
 #include "zent/nodes/multiplyDivide.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyMultiplyDivide1D::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("outputX", result<float>(ports, 0)));
-}
-
-json ProxyMultiplyDivide1D::zentResult(const Arguments& args) const {
-    return results(output(call<multiplyDivide1D>(args)));
-}
+class ProxyMultiplyDivide1D : public Plain<multiplyDivide1D> {
+public:
+    ProxyMultiplyDivide1D() : Plain("multiplyDivide1D", "outputX") {}
+    json closure(const Arguments& args, const std::vector<Port>& ports) const override;
+};
+template Method method<ProxyMultiplyDivide1D>();
 
 json ProxyMultiplyDivide1D::closure(const Arguments& args, const std::vector<Port>& /*ports*/) const {
     return nodeReport("multiplyDivide", results(input<float>("input1X", args, 0), input<float>("input2X", args, 1),

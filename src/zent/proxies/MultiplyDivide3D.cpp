@@ -1,16 +1,12 @@
-#include "zent/proxies/MultiplyDivide3D.h"
-
 #include "zent/nodes/multiplyDivide.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyMultiplyDivide3D::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("output", result<vec3>(ports, 0)));
-}
-
-json ProxyMultiplyDivide3D::zentResult(const Arguments& args) const {
-    return results(output(call<multiplyDivide3D>(args)));
-}
+class ProxyMultiplyDivide3D : public Plain<multiplyDivide3D> {
+public:
+    ProxyMultiplyDivide3D() : Plain("multiplyDivide3D", "output") {}
+};
+template Method method<ProxyMultiplyDivide3D>();
 
 } // namespace zent

@@ -1,17 +1,14 @@
-#include "zent/proxies/OrientConstraint.h"
-
 #include "zent/nodes/orientConstraint.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyOrientConstraint::mayaResult(const std::vector<Port>& ports) const {
-    return results(eulerResult("constraintRotate", result<vec3>(ports, 0)));
-}
-
-json ProxyOrientConstraint::zentResult(const Arguments& args) const {
-    return results(eulerResult(call<orientConstraint>(args)));
-}
+class ProxyOrientConstraint : public Plain<orientConstraint, Rotation> {
+public:
+    ProxyOrientConstraint() : Plain("orientConstraint", "constraintRotate") {}
+    json closure(const Arguments& args, const std::vector<Port>& ports) const override;
+};
+template Method method<ProxyOrientConstraint>();
 
 json ProxyOrientConstraint::closure(const Arguments& args, const std::vector<Port>& /*ports*/) const {
     return nodeReport(

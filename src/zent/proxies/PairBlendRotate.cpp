@@ -1,16 +1,12 @@
-#include "zent/proxies/PairBlendRotate.h"
-
 #include "zent/nodes/pairBlend.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyPairBlendRotate::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("outRotate", result<Euler>(ports, 0)));
-}
-
-json ProxyPairBlendRotate::zentResult(const Arguments& args) const {
-    return results(output(Euler{call<pairBlendRotate>(args)}));
-}
+class ProxyPairBlendRotate : public Plain<pairBlendRotate, Euler> {
+public:
+    ProxyPairBlendRotate() : Plain("pairBlendRotate", "outRotate") {}
+};
+template Method method<ProxyPairBlendRotate>();
 
 } // namespace zent

@@ -1,16 +1,12 @@
-#include "zent/proxies/PairBlendTranslate.h"
-
 #include "zent/nodes/pairBlend.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyPairBlendTranslate::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("outTranslate", result<vec3>(ports, 0)));
-}
-
-json ProxyPairBlendTranslate::zentResult(const Arguments& args) const {
-    return results(output(call<pairBlendTranslate>(args)));
-}
+class ProxyPairBlendTranslate : public Plain<pairBlendTranslate> {
+public:
+    ProxyPairBlendTranslate() : Plain("pairBlendTranslate", "outTranslate") {}
+};
+template Method method<ProxyPairBlendTranslate>();
 
 } // namespace zent

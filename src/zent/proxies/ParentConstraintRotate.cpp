@@ -1,17 +1,14 @@
-#include "zent/proxies/ParentConstraintRotate.h"
-
 #include "zent/nodes/parentConstraint.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyParentConstraintRotate::mayaResult(const std::vector<Port>& ports) const {
-    return results(eulerResult("constraintRotate", result<vec3>(ports, 0)));
-}
-
-json ProxyParentConstraintRotate::zentResult(const Arguments& args) const {
-    return results(eulerResult(call<parentConstraintRotate>(args)));
-}
+class ProxyParentConstraintRotate : public Plain<parentConstraintRotate, Rotation> {
+public:
+    ProxyParentConstraintRotate() : Plain("parentConstraintRotate", "constraintRotate") {}
+    json closure(const Arguments& args, const std::vector<Port>& ports) const override;
+};
+template Method method<ProxyParentConstraintRotate>();
 
 json ProxyParentConstraintRotate::closure(const Arguments& args, const std::vector<Port>& /*ports*/) const {
     return nodeReport(

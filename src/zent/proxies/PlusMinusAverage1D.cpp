@@ -1,16 +1,12 @@
-#include "zent/proxies/PlusMinusAverage1D.h"
-
 #include "zent/nodes/plusMinusAverage.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyPlusMinusAverage1D::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("output1D", result<float>(ports, 0)));
-}
-
-json ProxyPlusMinusAverage1D::zentResult(const Arguments& args) const {
-    return results(output(call<plusMinusAverage1D>(args)));
-}
+class ProxyPlusMinusAverage1D : public Plain<plusMinusAverage1D> {
+public:
+    ProxyPlusMinusAverage1D() : Plain("plusMinusAverage1D", "output1D") {}
+};
+template Method method<ProxyPlusMinusAverage1D>();
 
 } // namespace zent

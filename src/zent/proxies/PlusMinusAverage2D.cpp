@@ -1,16 +1,19 @@
-#include "zent/proxies/PlusMinusAverage2D.h"
-
 #include "zent/nodes/plusMinusAverage.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyPlusMinusAverage2D::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("output2D", vec2(result<vec3>(ports, 0))));
-}
-
-json ProxyPlusMinusAverage2D::zentResult(const Arguments& args) const {
-    return results(output(call<plusMinusAverage2D>(args)));
-}
+/// Maya's side is read as a vector of three, and cut.
+class ProxyPlusMinusAverage2D : public Plain<plusMinusAverage2D> {
+public:
+    ProxyPlusMinusAverage2D() : Plain("plusMinusAverage2D", "output2D") {}
+    json mayaResult(const std::vector<Port>& ports) const override {
+        return results(output("output2D", vec2(result<vec3>(ports, 0))));
+    }
+    MethodInfo info() const {
+        return {{}, {}, false, {valueInfo<vec3>("output2D")}, argumentsOf<plusMinusAverage2D>()};
+    }
+};
+template Method method<ProxyPlusMinusAverage2D>();
 
 } // namespace zent

@@ -1,16 +1,12 @@
-#include "zent/proxies/PointOnSurfaceTangentU.h"
-
 #include "zent/nodes/pointOnSurface.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyPointOnSurfaceTangentU::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("tangentU", result<vec3>(ports, 0)));
-}
-
-json ProxyPointOnSurfaceTangentU::zentResult(const Arguments& args) const {
-    return results(output(call<pointOnSurfaceTangentU>(args)));
-}
+class ProxyPointOnSurfaceTangentU : public Plain<pointOnSurfaceTangentU> {
+public:
+    ProxyPointOnSurfaceTangentU() : Plain("pointOnSurfaceTangentU", "tangentU") {}
+};
+template Method method<ProxyPointOnSurfaceTangentU>();
 
 } // namespace zent

@@ -1,16 +1,12 @@
-#include "zent/proxies/PoleVectorConstraint.h"
-
 #include "zent/nodes/poleVectorConstraint.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyPoleVectorConstraint::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("constraintTranslate", result<vec3>(ports, 0)));
-}
-
-json ProxyPoleVectorConstraint::zentResult(const Arguments& args) const {
-    return results(output(call<poleVectorConstraint>(args)));
-}
+class ProxyPoleVectorConstraint : public Plain<poleVectorConstraint> {
+public:
+    ProxyPoleVectorConstraint() : Plain("poleVectorConstraint", "constraintTranslate") {}
+};
+template Method method<ProxyPoleVectorConstraint>();
 
 } // namespace zent

@@ -34,11 +34,7 @@ public:
     virtual void next() {}
     virtual bool isDone() const { return true; }
     virtual int index() const { return -1; }
-    virtual ~Proxy() = default; // after the operations above, so that they keep their slots
-    /// Whether the two results are the same within epsilon; where they are not, both are written to `maya` and `zent`.
-    /// A class that can tell without building them in JSON may say so faster.
-    virtual bool agree(const std::vector<Port>& ports, const Arguments& args, float epsilon, json& maya,
-                       json& zent) const;
+    virtual ~Proxy() = default; // after the operations, so that they keep their slots
 
     /// A rotation (radians) as one output object: degrees, type "Euler".
     json eulerResult(vec3 radians) const;

@@ -8,17 +8,9 @@
 
 namespace zent {
 
-namespace {
-
-json mayaVertex(vec3 point) {
-    return results(typedValue("outputGeometry[0]", "Vertex", toJson(point)));
+bool PointPair::agree(float epsilon) const {
+    return check(maya, zent, epsilon);
 }
-
-json zentVertex(vec3 point) {
-    return results(typedValue("Vertex", toJson(point)));
-}
-
-} // namespace
 
 template <class T>
 void ProxyDeformer<T>::init(const Arguments& /*args*/, const std::vector<Port>& ports) {
@@ -37,45 +29,32 @@ bool ProxyDeformer<T>::isDone() const {
 }
 
 template <class T>
-vec3 ProxyDeformer<T>::mayaPoint() const {
-    return toWorld(output, pointsOf(output)[cursor]);
+vec3 ProxyDeformer<T>::mayaPoint(unsigned int index) const {
+    return toWorld(output, pointsOf(output)[index]);
 }
 
 template <class T>
-vec3 ProxyDeformer<T>::zentPoint() const {
-    T shape = onePointShape<T>(pointsOf(input)[cursor], matrixOf(input));
-    deform(shape, cursor);
+vec3 ProxyDeformer<T>::zentPoint(unsigned int index) const {
+    T shape = onePointShape<T>(pointsOf(input)[index], matrixOf(input));
+    deform(shape, index);
     return toWorld(shape, pointsOf(shape)[0]);
 }
 
 template <class T>
 json ProxyDeformer<T>::mayaResult(const std::vector<Port>& /*ports*/) const {
-    return mayaVertex(mayaPoint());
+    return results(zent::output("outputGeometry[0]", Vertex{mayaPoint(cursor)}));
 }
 
 template <class T>
 json ProxyDeformer<T>::zentResult(const Arguments& /*args*/) const {
-    return zentVertex(zentPoint());
-}
-
-template <class T>
-bool ProxyDeformer<T>::agree(const std::vector<Port>& /*ports*/, const Arguments& /*args*/, float epsilon, json& maya,
-                             json& zent) const {
-    const vec3 expected = mayaPoint();
-    const vec3 actual = zentPoint();
-    if (check(expected, actual, epsilon)) {
-        return true;
-    }
-    maya = mayaVertex(expected);
-    zent = zentVertex(actual);
-    return false;
+    return results(zent::output(Vertex{zentPoint(cursor)}));
 }
 
 template <class T>
 void ProxyDeformer<T>::readInput(const Port& port) {
     input = read<T>(port);
     requireConsistent(input, "inputGeometry");
-    requireAtLeast("inputGeometry", pointsOf(input).size(), visitedCount(), "outputGeometry[0]");
+    requireAtLeast("inputGeometry", pointsOf(input).size(), count(), "outputGeometry[0]");
 }
 
 template <class T>
@@ -84,8 +63,13 @@ json ProxyDeformer<T>::deformerClosure(const char* node, float envelope, const A
     json report = Proxy::closure(args, ports);
     report["node"] = node;
     report["inputs"] = results(zent::output("envelope", envelope),
-                               typedValue("input[0].inputGeometry", "Vertex", toJson(pointsOf(input)[cursor])));
+                               zent::output("input[0].inputGeometry", Vertex{pointsOf(input)[cursor]}));
     return report;
+}
+
+template <class T>
+MethodInfo ProxyDeformer<T>::deformerInfo(std::vector<ValueInfo> arguments) const {
+    return {{}, {}, true, {valueInfo<T>("outputGeometry[0]")}, std::move(arguments)};
 }
 
 template class ProxyDeformer<Mesh>;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "zent/geometry/shapes.h"
+#include "zent/proxies/MethodInfo.h"
+#include "zent/proxies/PointWalk.h"
 #include "zent/proxies/Proxy.h"
 
 namespace zent {
@@ -12,14 +14,11 @@ namespace zent {
 /// A derived class's `init` calls this one, reads its own arguments, and cuts all that belongs to the whole shape into
 /// records by point, so that the cost of a point is independent of the shape's size.
 template <class T>
-class ProxyDeformer : public Proxy {
+class ProxyDeformer : public Proxy, public PointWalk {
 public:
+    /// Both are the point at `index()`, in JSON.
     json mayaResult(const std::vector<Port>& ports) const override;
     json zentResult(const Arguments& args) const override;
-    /// Compares the points themselves: a shape has many, and their JSON is of use only to a report. A derived class
-    /// with results of its own has a comparison of its own, too.
-    bool agree(const std::vector<Port>& ports, const Arguments& args, float epsilon, json& maya,
-               json& zent) const override;
     bool isDeformer() const override { return true; }
     /// Reads port 0, the plug of the deformed shape, and starts a walk.
     void init(const Arguments& args, const std::vector<Port>& ports) override;
@@ -30,18 +29,18 @@ public:
     /// Deforms a shape of one point, the one that stands at `index` in the whole shape.
     virtual void deform(T& shape, unsigned int index) const = 0;
 
+    unsigned int count() const override { return pointCount(output); }
+    vec3 mayaPoint(unsigned int index) const override;
+    vec3 zentPoint(unsigned int index) const override;
+
 protected:
     /// Reads the undeformed shape. It must hold every point that the walk visits.
     void readInput(const Port& port);
-    /// Points that the walk visits.
-    unsigned int visitedCount() const { return pointCount(output); }
     /// Starts a closure with the default one under the node's own name, for the inputs "envelope" and the point at
     /// `index()`, which all of them begin with.
     json deformerClosure(const char* node, float envelope, const Arguments& args, const std::vector<Port>& ports) const;
-
-    /// Both sides' positions of the present point, in world space.
-    vec3 mayaPoint() const;
-    vec3 zentPoint() const;
+    /// What the method reads: one shape, and these arguments.
+    MethodInfo deformerInfo(std::vector<ValueInfo> arguments) const;
 
     T input;                 ///< the undeformed shape
     T output;                ///< Maya's deformed shape

@@ -1,16 +1,12 @@
-#include "zent/proxies/QuatToEuler.h"
-
 #include "zent/math/rotation.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyQuatToEuler::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("outputRotate", result<Euler>(ports, 0)));
-}
-
-json ProxyQuatToEuler::zentResult(const Arguments& args) const {
-    return results(output(Euler{call<quatToEuler>(args)}));
-}
+class ProxyQuatToEuler : public Plain<quatToEuler, Euler> {
+public:
+    ProxyQuatToEuler() : Plain("quatToEuler", "outputRotate") {}
+};
+template Method method<ProxyQuatToEuler>();
 
 } // namespace zent

@@ -1,127 +1,154 @@
 #include "zent/proxies/Registry.h"
 
-#include "zent/proxies/AddDoubleLinear.h"
-#include "zent/proxies/AimConstraint.h"
-#include "zent/proxies/AngleBetweenAngle.h"
-#include "zent/proxies/AngleBetweenAxis.h"
-#include "zent/proxies/AnimCurve.h"
-#include "zent/proxies/BlendColors.h"
-#include "zent/proxies/BlendShape.h"
-#include "zent/proxies/BlendTwoAttr.h"
-#include "zent/proxies/BlendWeighted.h"
-#include "zent/proxies/Clamp.h"
-#include "zent/proxies/ClosestPointOnSurface.h"
-#include "zent/proxies/Cluster.h"
-#include "zent/proxies/ClusterFull.h"
-#include "zent/proxies/CombinationShape.h"
-#include "zent/proxies/ComposeMatrix.h"
-#include "zent/proxies/Condition1D.h"
-#include "zent/proxies/Condition3D.h"
-#include "zent/proxies/CurveFromCV.h"
-#include "zent/proxies/CurveFromMeshEdge.h"
-#include "zent/proxies/CurveFromSurfaceIso.h"
-#include "zent/proxies/CurveInfo.h"
-#include "zent/proxies/DecomposeMatrixQuat.h"
-#include "zent/proxies/DecomposeMatrixRotate.h"
-#include "zent/proxies/DecomposeMatrixScale.h"
-#include "zent/proxies/DecomposeMatrixShear.h"
-#include "zent/proxies/DecomposeMatrixTranslate.h"
-#include "zent/proxies/DeformBendMesh.h"
-#include "zent/proxies/DeformBendPartialMesh.h"
-#include "zent/proxies/DeformSine.h"
-#include "zent/proxies/DistanceBetweenTwoMatrices.h"
-#include "zent/proxies/DistanceBetweenTwoPoints.h"
-#include "zent/proxies/DistanceDimShape.h"
-#include "zent/proxies/Expression.h"
-#include "zent/proxies/FFD.h"
-#include "zent/proxies/FollicleRotateMesh.h"
-#include "zent/proxies/FollicleRotateSurface.h"
-#include "zent/proxies/FollicleTranslateMesh.h"
-#include "zent/proxies/FollicleTranslateSurface.h"
-#include "zent/proxies/IKRPSolver.h"
-#include "zent/proxies/IKSCSolver.h"
-#include "zent/proxies/IKSplineSolver.h"
-#include "zent/proxies/InverseLocal.h"
-#include "zent/proxies/InverseMatrix.h"
-#include "zent/proxies/InverseWorld.h"
-#include "zent/proxies/Joint.h"
-#include "zent/proxies/Locator.h"
-#include "zent/proxies/MotionPath.h"
-#include "zent/proxies/MultDoubleLinear.h"
-#include "zent/proxies/MultiplyDivide1D.h"
-#include "zent/proxies/MultiplyDivide3D.h"
-#include "zent/proxies/MultMatrix.h"
-#include "zent/proxies/OrientConstraint.h"
-#include "zent/proxies/PairBlendRotate.h"
-#include "zent/proxies/PairBlendTranslate.h"
-#include "zent/proxies/ParentConstraintRotate.h"
-#include "zent/proxies/ParentConstraintTranslate.h"
-#include "zent/proxies/PlusMinusAverage1D.h"
-#include "zent/proxies/PlusMinusAverage2D.h"
-#include "zent/proxies/PlusMinusAverage3D.h"
-#include "zent/proxies/PointConstraint.h"
-#include "zent/proxies/PointOnCurveInfo.h"
-#include "zent/proxies/PointOnSurfaceNormal.h"
-#include "zent/proxies/PointOnSurfaceNormalizedNormal.h"
-#include "zent/proxies/PointOnSurfacePosition.h"
-#include "zent/proxies/PointOnSurfaceTangentU.h"
-#include "zent/proxies/PointOnSurfaceTangentV.h"
-#include "zent/proxies/PoleVectorConstraint.h"
-#include "zent/proxies/PolyEdgeToCurve.h"
-#include "zent/proxies/QuatToEuler.h"
-#include "zent/proxies/RemapValue.h"
-#include "zent/proxies/Reverse.h"
-#include "zent/proxies/ScaleConstraint.h"
-#include "zent/proxies/SetRange1D.h"
-#include "zent/proxies/SetRange3D.h"
-#include "zent/proxies/SkinCluster.h"
-#include "zent/proxies/TangentConstraint.h"
-#include "zent/proxies/Transform.h"
-#include "zent/proxies/UnitConversion1D.h"
-#include "zent/proxies/UnitConversion3D.h"
-#include "zent/proxies/WeightDriverDrivers.h"
-#include "zent/proxies/WeightDriverPoses.h"
-#include "zent/proxies/Wire.h"
-#include "zent/proxies/WorldMatrix.h"
-#include "zent/proxies/WorldSurface.h"
+#include "zent/geometry/shapes.h"
+#include "zent/proxies/Method.h"
 
 namespace zent {
 
-namespace {
+template <class T>
+class ProxyBlendShape;
+template <class T>
+class ProxyCluster;
+template <class T>
+class ProxyClusterFull;
+template <class T>
+class ProxyDeformSine;
+template <class T>
+class ProxyFFD;
+template <class T>
+class ProxySkinCluster;
+template <class T>
+class ProxyWire;
 
-template <class... Proxies>
-std::vector<std::unique_ptr<Proxy>> makeEach() {
+struct RegistryRow {
+    const char* subsystem;
+    Method (*method)();
+};
+
+/// One row for each method. The class stands in a source of its name and is known here by its name only.
+static const RegistryRow kRows[] = {
+    {"utility", method<class ProxyAddDoubleLinear>},
+    {"constraint", method<class ProxyAimConstraint>},
+    {"utility", method<class ProxyAngleBetweenAngle>},
+    {"utility", method<class ProxyAngleBetweenAxis>},
+    {"animation", method<class ProxyAnimCurve>},
+    {"utility", method<class ProxyBlendColors>},
+    {"deformer", method<ProxyBlendShape<Mesh>>},
+    {"deformer", method<ProxyBlendShape<Curve>>},
+    {"deformer", method<ProxyBlendShape<Surface>>},
+    {"utility", method<class ProxyBlendTwoAttr>},
+    {"utility", method<class ProxyBlendWeighted>},
+    {"utility", method<class ProxyClamp>},
+    {"surface", method<class ProxyClosestPointOnSurface>},
+    {"deformer", method<ProxyCluster<Curve>>},
+    {"deformer", method<ProxyCluster<Surface>>},
+    {"deformer", method<ProxyCluster<Lattice>>},
+    {"deformer", method<ProxyClusterFull<Curve>>},
+    {"utility", method<class ProxyCombinationShape>},
+    {"transform", method<class ProxyComposeMatrix>},
+    {"utility", method<class ProxyCondition1D>},
+    {"utility", method<class ProxyCondition3D>},
+    {"curve", method<class ProxyCurveFromMeshEdge>},
+    {"curve", method<class ProxyCurveFromSurfaceIso>},
+    {"curve", method<class ProxyCurveInfo>},
+    {"curve", method<class ProxyCurveFromCV>},
+    {"transform", method<class ProxyDecomposeMatrixTranslate>},
+    {"transform", method<class ProxyDecomposeMatrixRotate>},
+    {"transform", method<class ProxyDecomposeMatrixScale>},
+    {"transform", method<class ProxyDecomposeMatrixShear>},
+    {"transform", method<class ProxyDecomposeMatrixQuat>},
+    {"deformer", method<class ProxyDeformBendMesh>},
+    {"deformer", method<class ProxyDeformBendPartialMesh>},
+    {"deformer", method<ProxyDeformSine<Curve>>},
+    {"deformer", method<ProxyDeformSine<Surface>>},
+    {"utility", method<class ProxyDistanceBetweenTwoMatrices>},
+    {"utility", method<class ProxyDistanceBetweenTwoPoints>},
+    {"utility", method<class ProxyDistanceDimShape>},
+    {"expression", method<class ProxyExpression>},
+    {"deformer", method<ProxyFFD<Mesh>>},
+    {"deformer", method<ProxyFFD<Surface>>},
+    {"follicle", method<class ProxyFollicleRotateMesh>},
+    {"follicle", method<class ProxyFollicleRotateSurface>},
+    {"follicle", method<class ProxyFollicleTranslateMesh>},
+    {"follicle", method<class ProxyFollicleTranslateSurface>},
+    {"ik", method<class ProxyIKRPSolver>},
+    {"ik", method<class ProxyIKSCSolver>},
+    {"ik", method<class ProxyIKSplineSolver>},
+    {"transform", method<class ProxyInverseMatrix>},
+    {"transform", method<class ProxyInverseLocal>},
+    {"transform", method<class ProxyInverseWorld>},
+    {"transform", method<class ProxyJoint>},
+    {"transform", method<class ProxyLocator>},
+    {"curve", method<class ProxyMotionPath>},
+    {"utility", method<class ProxyMultDoubleLinear>},
+    {"transform", method<class ProxyMultMatrix>},
+    {"utility", method<class ProxyMultiplyDivide1D>},
+    {"utility", method<class ProxyMultiplyDivide3D>},
+    {"constraint", method<class ProxyOrientConstraint>},
+    {"animation", method<class ProxyPairBlendRotate>},
+    {"animation", method<class ProxyPairBlendTranslate>},
+    {"constraint", method<class ProxyParentConstraintRotate>},
+    {"constraint", method<class ProxyParentConstraintTranslate>},
+    {"utility", method<class ProxyPlusMinusAverage1D>},
+    {"utility", method<class ProxyPlusMinusAverage2D>},
+    {"utility", method<class ProxyPlusMinusAverage3D>},
+    {"constraint", method<class ProxyPointConstraint>},
+    {"curve", method<class ProxyPointOnCurveInfo>},
+    {"surface", method<class ProxyPointOnSurfacePosition>},
+    {"surface", method<class ProxyPointOnSurfaceNormal>},
+    {"surface", method<class ProxyPointOnSurfaceNormalizedNormal>},
+    {"surface", method<class ProxyPointOnSurfaceTangentU>},
+    {"surface", method<class ProxyPointOnSurfaceTangentV>},
+    {"constraint", method<class ProxyPoleVectorConstraint>},
+    {"curve", method<class ProxyPolyEdgeToCurve>},
+    {"transform", method<class ProxyQuatToEuler>},
+    {"utility", method<class ProxyRemapValue>},
+    {"utility", method<class ProxyReverse>},
+    {"utility", method<class ProxySetRange1D>},
+    {"utility", method<class ProxySetRange3D>},
+    {"constraint", method<class ProxyScaleConstraint>},
+    {"deformer", method<ProxySkinCluster<Mesh>>},
+    {"deformer", method<ProxySkinCluster<Curve>>},
+    {"deformer", method<ProxySkinCluster<Surface>>},
+    {"deformer", method<ProxySkinCluster<Lattice>>},
+    {"constraint", method<class ProxyTangentConstraint>},
+    {"transform", method<class ProxyTransform>},
+    {"utility", method<class ProxyUnitConversion1D>},
+    {"utility", method<class ProxyUnitConversion3D>},
+    {"transform", method<class ProxyWorldMatrix>},
+    {"surface", method<class ProxyWorldSurface>},
+    {"pose", method<class ProxyWeightDriverDrivers>},
+    {"pose", method<class ProxyWeightDriverPoses>},
+    {"deformer", method<ProxyWire<Mesh>>},
+    {"deformer", method<ProxyWire<Curve>>},
+};
+
+std::vector<std::unique_ptr<Proxy>> makeProxies() {
     std::vector<std::unique_ptr<Proxy>> proxies;
-    proxies.reserve(sizeof...(Proxies));
-    (proxies.push_back(std::make_unique<Proxies>()), ...);
+    proxies.reserve(std::size(kRows));
+    for (const RegistryRow& row : kRows) {
+        proxies.push_back(row.method().make());
+    }
     return proxies;
 }
 
-} // namespace
+std::vector<MethodInfo> methodInfos() {
+    std::vector<MethodInfo> infos;
+    infos.reserve(std::size(kRows));
+    for (const RegistryRow& row : kRows) {
+        infos.push_back(row.method().describe());
+        infos.back().subsystem = row.subsystem;
+    }
+    return infos;
+}
 
-std::vector<std::unique_ptr<Proxy>> makeProxies() {
-    return makeEach<
-        ProxyAddDoubleLinear, ProxyAimConstraint, ProxyAngleBetweenAngle, ProxyAngleBetweenAxis, ProxyAnimCurve,
-        ProxyBlendColors, ProxyBlendShape<Mesh>, ProxyBlendShape<Curve>, ProxyBlendShape<Surface>, ProxyBlendTwoAttr,
-        ProxyBlendWeighted, ProxyClamp, ProxyClosestPointOnSurface, ProxyCluster<Curve>, ProxyCluster<Surface>,
-        ProxyCluster<Lattice>, ProxyClusterFull<Curve>, ProxyCombinationShape, ProxyComposeMatrix, ProxyCondition1D,
-        ProxyCondition3D, ProxyCurveFromMeshEdge, ProxyCurveFromSurfaceIso, ProxyCurveInfo, ProxyCurveFromCV,
-        ProxyDecomposeMatrixTranslate, ProxyDecomposeMatrixRotate, ProxyDecomposeMatrixScale, ProxyDecomposeMatrixShear,
-        ProxyDecomposeMatrixQuat, ProxyDeformBendMesh, ProxyDeformBendPartialMesh, ProxyDeformSine<Curve>,
-        ProxyDeformSine<Surface>, ProxyDistanceBetweenTwoMatrices, ProxyDistanceBetweenTwoPoints, ProxyDistanceDimShape,
-        ProxyExpression, ProxyFFD<Mesh>, ProxyFFD<Surface>, ProxyFollicleRotateMesh, ProxyFollicleRotateSurface,
-        ProxyFollicleTranslateMesh, ProxyFollicleTranslateSurface, ProxyIKRPSolver, ProxyIKSCSolver,
-        ProxyIKSplineSolver, ProxyInverseMatrix, ProxyInverseLocal, ProxyInverseWorld, ProxyJoint, ProxyLocator,
-        ProxyMotionPath, ProxyMultDoubleLinear, ProxyMultMatrix, ProxyMultiplyDivide1D, ProxyMultiplyDivide3D,
-        ProxyOrientConstraint, ProxyPairBlendRotate, ProxyPairBlendTranslate, ProxyParentConstraintRotate,
-        ProxyParentConstraintTranslate, ProxyPlusMinusAverage1D, ProxyPlusMinusAverage2D, ProxyPlusMinusAverage3D,
-        ProxyPointConstraint, ProxyPointOnCurveInfo, ProxyPointOnSurfacePosition, ProxyPointOnSurfaceNormal,
-        ProxyPointOnSurfaceNormalizedNormal, ProxyPointOnSurfaceTangentU, ProxyPointOnSurfaceTangentV,
-        ProxyPoleVectorConstraint, ProxyPolyEdgeToCurve, ProxyQuatToEuler, ProxyRemapValue, ProxyReverse,
-        ProxySetRange1D, ProxySetRange3D, ProxyScaleConstraint, ProxySkinCluster<Mesh>, ProxySkinCluster<Curve>,
-        ProxySkinCluster<Surface>, ProxySkinCluster<Lattice>, ProxyTangentConstraint, ProxyTransform,
-        ProxyUnitConversion1D, ProxyUnitConversion3D, ProxyWorldMatrix, ProxyWorldSurface, ProxyWeightDriverDrivers,
-        ProxyWeightDriverPoses, ProxyWire<Mesh>, ProxyWire<Curve>>();
+std::unique_ptr<Proxy> makeProxy(const std::string& method) {
+    for (std::unique_ptr<Proxy>& proxy : makeProxies()) {
+        if (proxy->name() == method) {
+            return std::move(proxy);
+        }
+    }
+    return nullptr;
 }
 
 } // namespace zent

@@ -1,16 +1,12 @@
-#include "zent/proxies/SetRange1D.h"
-
 #include "zent/nodes/setRange.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxySetRange1D::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("outValueX", result<float>(ports, 0)));
-}
-
-json ProxySetRange1D::zentResult(const Arguments& args) const {
-    return results(output(call<setRange1D>(args)));
-}
+class ProxySetRange1D : public Plain<setRange1D> {
+public:
+    ProxySetRange1D() : Plain("setRange1D", "outValueX") {}
+};
+template Method method<ProxySetRange1D>();
 
 } // namespace zent

@@ -1,16 +1,12 @@
-#include "zent/proxies/SetRange3D.h"
-
 #include "zent/nodes/setRange.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxySetRange3D::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("outValue", result<vec3>(ports, 0)));
-}
-
-json ProxySetRange3D::zentResult(const Arguments& args) const {
-    return results(output(call<setRange3D>(args)));
-}
+class ProxySetRange3D : public Plain<setRange3D> {
+public:
+    ProxySetRange3D() : Plain("setRange3D", "outValue") {}
+};
+template Method method<ProxySetRange3D>();
 
 } // namespace zent

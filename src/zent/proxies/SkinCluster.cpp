@@ -1,12 +1,46 @@
-#include "zent/proxies/SkinCluster.h"
-
 #include "zent/math/require.h"
 #include "zent/nodes/skin.h"
 #include "zent/proxies/Binding.h"
+#include "zent/proxies/ProxyDeformer.h"
 
 #include <utility>
 
 namespace zent {
+
+/// The adapter of `skin<T>`; T is Mesh, Curve, Surface or Lattice.
+template <class T>
+class ProxySkinCluster : public ProxyDeformer<T> {
+public:
+    json closure(const Arguments& args, const std::vector<Port>& ports) const override;
+    std::string name() const override { return std::string("skin") + shapeName<T>(); }
+    void init(const Arguments& args, const std::vector<Port>& ports) override;
+    void deform(T& point, unsigned int index) const override;
+    MethodInfo info() const { return this->deformerInfo(argumentsOf<skin<T>>()); }
+
+private:
+    /// The influences of one point: three lists of one length.
+    struct VtxAttribute {
+        std::vector<mat4> matrices;
+        std::vector<mat4> bindPreMatrices;
+        std::vector<float> weights;
+    };
+    /// The place of a point's influences in the list of all.
+    struct Stretch {
+        std::size_t begin = 0;
+        std::size_t end = 0;
+    };
+
+    void split_attributes(std::vector<mat4> matrix, std::vector<mat4> bindPreMatrix, const SkinWeights& weights);
+    VtxAttribute attributeAt(unsigned int index) const;
+
+    float envelope = 0.0f;
+    mat4 geomMatrix{1.0f};
+    // Whole matrices for each weight would be a hundred times the list: a point gets them when its turn comes.
+    std::vector<mat4> matrices;
+    std::vector<mat4> bindPreMatrices;
+    std::vector<std::pair<unsigned int, float>> influences; ///< index and weight, point by point
+    std::vector<Stretch> attributes;                        ///< by point
+};
 
 template <class T>
 void ProxySkinCluster<T>::init(const Arguments& args, const std::vector<Port>& ports) {
@@ -83,9 +117,9 @@ json ProxySkinCluster<T>::closure(const Arguments& args, const std::vector<Port>
     return report;
 }
 
-template class ProxySkinCluster<Mesh>;
-template class ProxySkinCluster<Curve>;
-template class ProxySkinCluster<Surface>;
-template class ProxySkinCluster<Lattice>;
+template Method method<ProxySkinCluster<Mesh>>();
+template Method method<ProxySkinCluster<Curve>>();
+template Method method<ProxySkinCluster<Surface>>();
+template Method method<ProxySkinCluster<Lattice>>();
 
 } // namespace zent

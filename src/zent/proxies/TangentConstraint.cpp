@@ -1,16 +1,12 @@
-#include "zent/proxies/TangentConstraint.h"
-
 #include "zent/nodes/tangentConstraint.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyTangentConstraint::mayaResult(const std::vector<Port>& ports) const {
-    return results(eulerResult("constraintRotate", result<vec3>(ports, 0)));
-}
-
-json ProxyTangentConstraint::zentResult(const Arguments& args) const {
-    return results(eulerResult(call<tangentConstraint>(args)));
-}
+class ProxyTangentConstraint : public Plain<tangentConstraint, Rotation> {
+public:
+    ProxyTangentConstraint() : Plain("tangentConstraint", "constraintRotate") {}
+};
+template Method method<ProxyTangentConstraint>();
 
 } // namespace zent

@@ -1,17 +1,14 @@
-#include "zent/proxies/Transform.h"
-
 #include "zent/nodes/transform.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyTransform::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("matrix", result<mat4>(ports, 0)));
-}
-
-json ProxyTransform::zentResult(const Arguments& args) const {
-    return results(output(call<transform>(args)));
-}
+class ProxyTransform : public Plain<transform> {
+public:
+    ProxyTransform() : Plain("transform", "matrix") {}
+    json closure(const Arguments& args, const std::vector<Port>& ports) const override;
+};
+template Method method<ProxyTransform>();
 
 json ProxyTransform::closure(const Arguments& args, const std::vector<Port>& /*ports*/) const {
     json report = json::object();

@@ -1,16 +1,12 @@
-#include "zent/proxies/UnitConversion1D.h"
-
 #include "zent/nodes/unitConversion.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyUnitConversion1D::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("output", result<float>(ports, 0)));
-}
-
-json ProxyUnitConversion1D::zentResult(const Arguments& args) const {
-    return results(output(call<unitConversion1D>(args)));
-}
+class ProxyUnitConversion1D : public Plain<unitConversion1D> {
+public:
+    ProxyUnitConversion1D() : Plain("unitConversion1D", "output") {}
+};
+template Method method<ProxyUnitConversion1D>();
 
 } // namespace zent

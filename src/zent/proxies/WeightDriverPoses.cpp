@@ -1,20 +1,23 @@
-#include "zent/proxies/WeightDriverPoses.h"
-
 #include "zent/nodes/weightDriverPoses.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Plain.h"
 
 namespace zent {
 
-json ProxyWeightDriverPoses::mayaResult(const std::vector<Port>& ports) const {
-    return results(output("output", result<svec<float, 16>>(ports, 0)));
-}
+class ProxyWeightDriverPoses : public Plain<weightDriverPoses> {
+public:
+    ProxyWeightDriverPoses() : Plain("weightDriverPoses", "output") {}
+    json zentResult(const Arguments& args) const override {
+        // The two ints have no effect on the node, and their plugs are read as floats.
+        Input::read<0>(args);
+        Input::read<1>(args);
+        return results(
+            output(weightDriverPoses(0, 0, Input::read<2>(args), Input::read<3>(args), Input::read<4>(args))));
+    }
+    MethodInfo info() const { return {{}, {}, false, {valueInfo<svec<float, 16>>("output")}, Input::info()}; }
 
-json ProxyWeightDriverPoses::zentResult(const Arguments& args) const {
-    // The two ints have no effect on the node, and their plugs are read as floats.
-    read<float>(args.get(0));
-    read<float>(args.get(1));
-    return results(output(weightDriverPoses(0, 0, read<svec<float, 16>>(args.get(2)), read<PoseElements>(args.get(3)),
-                                            read<PoseElements>(args.get(4)))));
-}
+private:
+    using Input = Inputs<float, float, svec<float, 16>, PoseElements, PoseElements>;
+};
+template Method method<ProxyWeightDriverPoses>();
 
 } // namespace zent

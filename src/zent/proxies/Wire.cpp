@@ -1,10 +1,27 @@
-#include "zent/proxies/Wire.h"
-
-#include "zent/math/require.h"
 #include "zent/nodes/wire.h"
+#include "zent/math/require.h"
 #include "zent/proxies/Binding.h"
+#include "zent/proxies/ProxyDeformer.h"
 
 namespace zent {
+
+/// The adapter of `wire<T>`; T is Mesh or Curve.
+template <class T>
+class ProxyWire : public ProxyDeformer<T> {
+public:
+    std::string name() const override { return std::string("wire") + shapeName<T>(); }
+    void init(const Arguments& args, const std::vector<Port>& ports) override;
+    void deform(T& point, unsigned int index) const override;
+    MethodInfo info() const { return this->deformerInfo(argumentsOf<wire<T>>()); }
+
+private:
+    float rotation = 0.0f;
+    Curve baseWire;
+    Curve deformedWire;
+    svec<float, 8> locatorParameters;
+    svec<float, 8> locatorTwists;
+    WireBindings bindings;
+};
 
 template <class T>
 void ProxyWire<T>::init(const Arguments& args, const std::vector<Port>& ports) {
@@ -16,8 +33,8 @@ void ProxyWire<T>::init(const Arguments& args, const std::vector<Port>& ports) {
     locatorParameters = read<svec<float, 8>>(args.get(4));
     locatorTwists = read<svec<float, 8>>(args.get(5));
     bindings = read<WireBindings>(args.get(6));
-    requireAtLeast("bindings", bindings.size(), this->visitedCount(), "outputGeometry[0]");
-    if (this->visitedCount() != 0) {
+    requireAtLeast("bindings", bindings.size(), this->count(), "outputGeometry[0]");
+    if (this->count() != 0) {
         requireWires(baseWire, deformedWire, locatorParameters, locatorTwists);
     }
 }
@@ -27,7 +44,7 @@ void ProxyWire<T>::deform(T& point, unsigned int index) const {
     wire<T>(point, rotation, baseWire, deformedWire, locatorParameters, locatorTwists, {bindings[index]});
 }
 
-template class ProxyWire<Mesh>;
-template class ProxyWire<Curve>;
+template Method method<ProxyWire<Mesh>>();
+template Method method<ProxyWire<Curve>>();
 
 } // namespace zent

@@ -1,24 +1,13 @@
 #include "zent/values/Compare.h"
 
-#include "zent/values/geometryJson.h"
 #include "zent/values/jsonAccess.h"
+#include "zent/values/ValueType.h"
 
 #include <stdexcept>
 
 namespace zent {
 
 namespace {
-
-/// The first N items of both, as floats.
-template <std::size_t N>
-bool equalNumbers(const json& a, const json& b, float epsilon) {
-    for (std::size_t i = 0; i < N; ++i) {
-        if (!check(item(a, i).get<float>(), item(b, i).get<float>(), epsilon)) {
-            return false;
-        }
-    }
-    return true;
-}
 
 /// Element by element over Maya's list. The node function's list may be longer, and its surplus is not looked at; a
 /// shorter one is a mismatch. That asymmetry is deliberate.
@@ -36,6 +25,14 @@ bool equalLists(const json& a, const json& b, const std::string& elementType, fl
 
 bool isListType(const std::string& type) {
     return type.size() >= 2 && type.compare(type.size() - 2, 2, "[]") == 0;
+}
+
+/// The comparison of the first type of that name.
+template <class... T>
+bool equalAs(TypeList<T...>, const json& a, const json& b, const std::string& type, float epsilon, bool& same) {
+    return ((type == ValueType<T>::name &&
+             (same = check(ValueType<T>::fromJson(a), ValueType<T>::fromJson(b), epsilon), true)) ||
+            ...);
 }
 
 template <class Vector>
@@ -75,34 +72,22 @@ bool equal(const json& a, const json& b, float epsilon) {
 }
 
 bool equal(const json& a, const json& b, const std::string& type, float epsilon) {
-    if (type == "Float") {
-        return check(a.get<float>(), b.get<float>(), epsilon);
-    }
-    if (type == "Euler") {
-        return checkEuler(toVec3(a), toVec3(b), epsilon);
-    }
-    if (type == "Vec2") {
-        return equalNumbers<2>(a, b, epsilon);
-    }
-    if (type == "Vec3" || type == "Vertex") {
-        return equalNumbers<3>(a, b, epsilon);
-    }
-    if (type == "Vec4") {
-        return equalNumbers<4>(a, b, epsilon);
-    }
-    if (type == "Mat4") {
-        return equalNumbers<16>(a, b, epsilon);
-    }
-    if (type == "Curve") {
-        return check(a.get<Curve>(), b.get<Curve>(), epsilon);
-    }
-    if (type == "Surface") {
-        return check(a.get<Surface>(), b.get<Surface>(), epsilon);
+    bool same = false;
+    if (equalAs(ComparedTypes(), a, b, type, epsilon, same)) {
+        return same;
     }
     if (isListType(type)) {
         return equalLists(a, b, type.substr(0, type.size() - 2), epsilon);
     }
     throw std::runtime_error("cannot compare " + type);
+}
+
+bool check(const Euler& a, const Euler& b, float epsilon) {
+    return checkEuler(a.angles, b.angles, epsilon);
+}
+
+bool check(const Vertex& a, const Vertex& b, float epsilon) {
+    return check(a.point, b.point, epsilon);
 }
 
 bool check(float a, float b, float epsilon) {

@@ -11,6 +11,9 @@
 /// epsilon of 0 matches nothing.
 namespace zent {
 
+struct Euler;
+struct Vertex;
+
 /// Whether two results are the same: a is Maya's, b the node function's. Throws std::runtime_error "cannot compare
 /// TYPE" on an unknown type, and the JSON library's errors on values of the wrong form.
 bool compare(const json& a, const json& b, float epsilon);
@@ -30,6 +33,8 @@ bool check(const mat4& a, const mat4& b, float epsilon);
 
 /// Two Euler triples in degrees that may be different solutions of one rotation; epsilon is in radians.
 bool checkEuler(vec3 a, vec3 b, float epsilon);
+bool check(const Euler& a, const Euler& b, float epsilon);
+bool check(const Vertex& a, const Vertex& b, float epsilon);
 
 /// Records by their degrees, forms and counts, then their control points in world space, then their knots.
 bool check(const Curve& a, const Curve& b, float epsilon);

@@ -2,7 +2,7 @@
 
 #include "zent/geometry/shapes.h"
 #include "zent/values/jsonAccess.h"
-#include "zent/values/toJson.h"
+#include "zent/values/ValueType.h"
 
 #include <utility>
 

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "zent/expression/Value.h"
+#include "zent/geometry/shapes.h"
+#include "zent/geometry/weights.h"
+#include "zent/math/types.h"
+
+#include <maya/MDagPath.h>
+#include <maya/MPlug.h>
+#include <nlohmann/json.hpp>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace zent {
+
+using json = nlohmann::json;
+class ResourceStorage;
+
+/// Where a value stands in its record, for the texts of errors.
+struct Place {
+    const char* list = nullptr; ///< "results" or "arguments", null for a value that stands in no record
+    unsigned int attribute = 0;
+};
+
+/// Throws std::runtime_error with a text that begins with the place.
+[[noreturn]] void failAt(Place place, const std::string& text);
+
+/// One input value of a record: a literal, the name of a plug, or a reference into the resource file. Each getter
+/// decides which one it holds, so that a reader never has to.
+///
+/// A string is a plug name and is resolved in the scene at each read; a number, a boolean or an array is a literal; an
+/// object with "id" is a block of the resource file. Getters throw std::runtime_error or the JSON library's exceptions.
+class Element {
+public:
+    explicit Element(json&& value, std::vector<unsigned int> indices = {}, Place place = {});
+
+    float getFloat() const;
+    int getInt() const;
+    bool getBool() const;
+    /// The string itself; "not a string" for any other value.
+    const std::string& getString() const;
+    vec2 getVec2() const;
+    vec3 getVec3() const;
+    vec4 getVec4() const;
+    mat4 getMat4() const;
+
+    /// The path to the DAG node that feeds the named plug.
+    MDagPath getDagPath() const;
+    /// The named plug, or its source where its own data is null.
+    MPlug getMayaShape() const;
+
+    /// A copy of a stored record. T is Mesh, Curve, Surface or Lattice (a plug or a block), or one of the types that
+    /// only a block can hold: WeightMap, DeltaList, std::vector<unsigned int>, std::vector<unsigned char>,
+    /// std::vector<Value>, SkinWeights, WireBindings.
+    template <class T>
+    T get() const;
+
+    /// The entry's logical indices of a multi plug, empty if it gave none.
+    const std::vector<unsigned int>& indices() const { return indices_; }
+    /// Index `position` of the entry; an error that names what is missing if it gave fewer.
+    unsigned int index(std::size_t position) const;
+    /// The first two logical indices, the key of an in-between item or of a pose's element.
+    std::pair<unsigned int, unsigned int> indexPair() const { return {index(0), index(1)}; }
+
+    Place place() const { return place_; }
+
+    /// The one storage of resource blocks: made at first need, never freed.
+    static ResourceStorage* pResource;
+    static ResourceStorage& storage();
+
+private:
+    template <class T>
+    T fromResource() const;
+
+    json value_;
+    std::vector<unsigned int> indices_;
+    Place place_;
+};
+
+} // namespace zent
