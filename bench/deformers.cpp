@@ -401,14 +401,13 @@ void pointLoopWalk(benchmark::State& state) {
         args.add(argument["attribute"].get<unsigned int>(), Element(json(argument["value"])));
     }
     const std::unique_ptr<Proxy> proxy = makeProxy("skinMesh");
-    const auto& walk = dynamic_cast<const PointWalk&>(*proxy);
-    proxy->init(args, ports);
     for (auto _ : state) {
         state.PauseTiming();
         proxy->init(args, ports);
         state.ResumeTiming();
-        for (unsigned i = 0; i < walk.count(); ++i) {
-            benchmark::DoNotOptimize(walk.at(i).agree(0.001f));
+        const std::unique_ptr<PointWalk> walk = walkOf(*proxy);
+        for (unsigned i = 0; i < walk->count(); ++i) {
+            benchmark::DoNotOptimize(walk->at(i).agree(0.001f));
         }
     }
     state.SetItemsProcessed(state.iterations() * kPoints);

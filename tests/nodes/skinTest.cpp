@@ -86,6 +86,23 @@ TEST(Skin, PeriodicOverlaps) {
     EXPECT_TRUE(surface.closestSamples.empty());
 }
 
+// Bit for bit, so that a check by points reports what the whole shape has.
+TEST(Skin, PointByPointIsTheSame) {
+    const mat4 geom = translation(vec3(0.3f, -7, 2)) * scaling(vec3(1.7f));
+    const std::vector<mat4> matrix{translation(vec3(0.1f, 2, 5)) * quarterTurn(), scaling(vec3(0.9f)), geom};
+    const std::vector<mat4> bind{scaling(vec3(1.1f)), quarterTurn(), translation(vec3(1 / 3.0f))};
+    const vec3 point(0.7f, -1.3f, 11.0f);
+    const PointWeight influences[] = {{2u, 0.3f}, {0u, 0.61f}, {1u, 0.09f}};
+    const std::vector<mat4> palette = skinPalette(geom, matrix, bind);
+    SkinWeights weights;
+    for (const auto& [influence, weight] : influences) {
+        weights.emplace_back(0u, influence, weight);
+        const auto count = static_cast<std::ptrdiff_t>(weights.size());
+        EXPECT_EQ(skinPoint(point, palette, influences, influences + count),
+                  skinMesh(1.0f, meshOf({point}), geom, matrix, bind, weights).points[0]);
+    }
+}
+
 TEST(Skin, BadLists) {
     const auto run = [](std::size_t matrices, std::size_t binds, SkinWeights weights) {
         skinMesh(1.0f, meshOf({kX, kX}), mat4(1.0f), std::vector<mat4>(matrices, mat4(1.0f)),

@@ -151,18 +151,19 @@ unsigned Run::compareOnce(const Proxy& proxy, const Arguments& args, const std::
 // Only a distance above the worst so far is recorded, so that a point which differs at distance 0, or by NaN, leaves
 // the record a match. That is deliberate, and so is the earlier point on a tie.
 unsigned Run::comparePoints(Proxy& proxy, const Arguments& args, const std::vector<Port>& ports) const {
-    const auto& walk = dynamic_cast<const PointWalk&>(proxy); // every deformer is one
     int errorIndex = -1;
     float worstDistance = 0.0f;
     json worstMaya;
     json worstZent;
     json worstClosure;
-    for (proxy.init(args, ports); !proxy.isDone(); proxy.next()) {
+    proxy.init(args, ports);
+    const std::unique_ptr<PointWalk> walk = walkOf(proxy);
+    for (; !proxy.isDone(); proxy.next()) {
         if (settings_.verbose >= 2) {
             const int index = proxy.index();
             Log::println(fmt::format("Closure on vtx[{}]: {}", index, dumped(proxy.closure(args, ports))));
         }
-        const PointPair point = walk.at(static_cast<unsigned>(proxy.index()));
+        const PointPair point = walk->at(static_cast<unsigned>(proxy.index()));
         if (point.agree(settings_.epsilon)) {
             continue;
         }

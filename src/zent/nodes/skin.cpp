@@ -4,6 +4,7 @@
 #include "zent/math/lanes.h"
 #include "zent/math/require.h"
 
+#include <algorithm>
 #include <tuple>
 #include <utility>
 
@@ -27,12 +28,22 @@ vec3 toVec3(Lanes v) {
     return vec3(v[0], v[1], v[2]);
 }
 
+Lanes carried(const mat4& influence, vec3 p) {
+    const float* const columns = &influence[0][0];
+    return loadLanes(columns) * p.x + loadLanes(columns + 4) * p.y + loadLanes(columns + 8) * p.z +
+           loadLanes(columns + 12);
+}
+
+mat4 combinedMatrix(const mat4& worldToGeom, const mat4& matrix, const mat4& bindPreMatrix, const mat4& geomMatrix) {
+    return worldToGeom * matrix * bindPreMatrix * geomMatrix;
+}
+
 SkinPalette combineInfluences(const mat4& geomMatrix, const std::vector<mat4>& matrix,
                               const std::vector<mat4>& bindPreMatrix) {
     const mat4 worldToGeom = glm::inverse(geomMatrix);
     SkinPalette palette(matrix.size());
     for (std::size_t i = 0; i < matrix.size(); ++i) {
-        const mat4 combined = worldToGeom * matrix[i] * bindPreMatrix[i] * geomMatrix;
+        const mat4 combined = combinedMatrix(worldToGeom, matrix[i], bindPreMatrix[i], geomMatrix);
         for (int c = 0; c < 4; ++c) {
             palette[i].column[c] = lanes(vec3(combined[c]));
         }
@@ -127,6 +138,24 @@ template Mesh skin(float, Mesh const&, mat4 const&, std::vector<mat4>, std::vect
 template Curve skin(float, Curve const&, mat4 const&, std::vector<mat4>, std::vector<mat4>, SkinWeights const&);
 template Surface skin(float, Surface const&, mat4 const&, std::vector<mat4>, std::vector<mat4>, SkinWeights const&);
 template Lattice skin(float, Lattice const&, mat4 const&, std::vector<mat4>, std::vector<mat4>, SkinWeights const&);
+
+std::vector<mat4> skinPalette(mat4 const& geomMatrix, std::vector<mat4> const& matrix,
+                              std::vector<mat4> const& bindPreMatrix) {
+    const mat4 worldToGeom = glm::inverse(geomMatrix);
+    std::vector<mat4> palette(std::min(matrix.size(), bindPreMatrix.size()));
+    for (std::size_t i = 0; i < palette.size(); ++i) {
+        palette[i] = combinedMatrix(worldToGeom, matrix[i], bindPreMatrix[i], geomMatrix);
+    }
+    return palette;
+}
+
+vec3 skinPoint(vec3 point, std::vector<mat4> const& palette, const PointWeight* first, const PointWeight* last) {
+    Lanes sum = {};
+    for (; first != last; ++first) {
+        sum += first->second * carried(palette[first->first], point);
+    }
+    return toVec3(sum);
+}
 
 Mesh skinMesh(float envelope, Mesh const& input, mat4 const& geomMatrix, std::vector<mat4> matrix,
               std::vector<mat4> bindPreMatrix, SkinWeights const& weights) {

@@ -3,6 +3,7 @@
 #include "zent/geometry/shapes.h"
 #include "zent/geometry/weights.h"
 
+#include <utility>
 #include <vector>
 
 namespace zent {
@@ -28,6 +29,13 @@ extern template Lattice skin(float, Lattice const&, mat4 const&, std::vector<mat
 template <class T>
 T IMPL_skin(float envelope, T const& input, mat4 const& geomMatrix, std::vector<mat4> const& matrix,
             std::vector<mat4> const& bindPreMatrix, SkinWeights const& weights);
+
+/// The same for a caller that skins a record point by point, without an envelope: the matrices of all influences that
+/// have both of theirs, made once, and a point by its influences' indices and weights, in their order.
+std::vector<mat4> skinPalette(mat4 const& geomMatrix, std::vector<mat4> const& matrix,
+                              std::vector<mat4> const& bindPreMatrix);
+using PointWeight = std::pair<unsigned int, float>;
+vec3 skinPoint(vec3 point, std::vector<mat4> const& palette, const PointWeight* first, const PointWeight* last);
 
 Mesh skinMesh(float envelope, Mesh const& input, mat4 const& geomMatrix, std::vector<mat4> matrix,
               std::vector<mat4> bindPreMatrix, SkinWeights const& weights);

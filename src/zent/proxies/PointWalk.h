@@ -2,7 +2,11 @@
 
 #include "zent/math/types.h"
 
+#include <memory>
+
 namespace zent {
+
+class Proxy;
 
 /// One point of a deformed shape, by Maya and by the node function, in world space.
 struct PointPair {
@@ -14,22 +18,36 @@ struct PointPair {
     bool agree(float epsilon) const;
 };
 
-/// The points of one record. A deformer's adapter is one, from its `init` to the next; points may be asked for in any
-/// order.
+/// The points of one record, in any order. It holds only as long as its adapter is at that record; walks of one adapter
+/// do not disturb each other.
 class PointWalk {
 public:
+    PointWalk() = default;
+    PointWalk(const PointWalk&) = delete;
+    PointWalk& operator=(const PointWalk&) = delete;
+    virtual ~PointWalk() = default;
+
     /// Points that Maya's shape has.
     virtual unsigned int count() const = 0;
-    virtual vec3 mayaPoint(unsigned int index) const = 0;
-    virtual vec3 zentPoint(unsigned int index) const = 0;
+    virtual vec3 maya(unsigned int index) const = 0;
+    virtual vec3 zent(unsigned int index) = 0;
 
-    PointPair at(unsigned int index) const { return {mayaPoint(index), zentPoint(index)}; }
+    PointPair at(unsigned int index) { return {maya(index), zent(index)}; }
+};
+
+/// A deformer's adapter, apart from its operations: after its `init` it gives out walks.
+class PointSource {
+public:
+    virtual std::unique_ptr<PointWalk> walk() const = 0;
 
 protected:
-    PointWalk() = default;
-    PointWalk(const PointWalk&) = default;
-    PointWalk& operator=(const PointWalk&) = default;
-    ~PointWalk() = default;
+    PointSource() = default;
+    ~PointSource() = default;
+    PointSource(const PointSource&) = delete;
+    PointSource& operator=(const PointSource&) = delete;
 };
+
+/// A walk over the record that a deformer's adapter is at. Throws std::bad_cast for an adapter of no deformer.
+std::unique_ptr<PointWalk> walkOf(const Proxy& proxy);
 
 } // namespace zent

@@ -2,15 +2,41 @@
 
 #include "zent/math/require.h"
 #include "zent/proxies/Binding.h"
-#include "zent/values/Compare.h"
 
 #include <stdexcept>
 
 namespace zent {
 
-bool PointPair::agree(float epsilon) const {
-    return check(maya, zent, epsilon);
-}
+namespace {
+
+/// It deforms one shape of one point after the other in the same place, so that a point costs no allocation.
+template <class T>
+class DeformerWalk : public PointWalk {
+public:
+    DeformerWalk(const ProxyDeformer<T>& deformer, const T& input, const T& output)
+        : deformer_(deformer), input_(input), output_(output),
+          undeformed_(onePointShape<T>(vec3(0.0f), matrixOf(input))) {}
+
+    unsigned int count() const override { return pointCount(output_); }
+    vec3 maya(unsigned int index) const override { return toWorld(output_, pointsOf(output_)[index]); }
+    vec3 zent(unsigned int index) override {
+        shape_ = undeformed_;
+        for (vec3& point : pointsOf(shape_)) { // a curve of one point has it twice
+            point = pointsOf(input_)[index];
+        }
+        deformer_.deform(shape_, index);
+        return toWorld(shape_, pointsOf(shape_)[0]);
+    }
+
+private:
+    const ProxyDeformer<T>& deformer_;
+    const T& input_;
+    const T& output_;
+    const T undeformed_;
+    T shape_;
+};
+
+} // namespace
 
 template <class T>
 void ProxyDeformer<T>::init(const Arguments& /*args*/, const std::vector<Port>& ports) {
@@ -29,25 +55,18 @@ bool ProxyDeformer<T>::isDone() const {
 }
 
 template <class T>
-vec3 ProxyDeformer<T>::mayaPoint(unsigned int index) const {
-    return toWorld(output, pointsOf(output)[index]);
-}
-
-template <class T>
-vec3 ProxyDeformer<T>::zentPoint(unsigned int index) const {
-    T shape = onePointShape<T>(pointsOf(input)[index], matrixOf(input));
-    deform(shape, index);
-    return toWorld(shape, pointsOf(shape)[0]);
+std::unique_ptr<PointWalk> ProxyDeformer<T>::walk() const {
+    return std::make_unique<DeformerWalk<T>>(*this, input, output);
 }
 
 template <class T>
 json ProxyDeformer<T>::mayaResult(const std::vector<Port>& /*ports*/) const {
-    return results(zent::output("outputGeometry[0]", Vertex{mayaPoint(cursor)}));
+    return results(zent::output("outputGeometry[0]", Vertex{walk()->maya(cursor)}));
 }
 
 template <class T>
 json ProxyDeformer<T>::zentResult(const Arguments& /*args*/) const {
-    return results(zent::output(Vertex{zentPoint(cursor)}));
+    return results(zent::output(Vertex{walk()->zent(cursor)}));
 }
 
 template <class T>

@@ -14,7 +14,7 @@ namespace zent {
 /// A derived class's `init` calls this one, reads its own arguments, and cuts all that belongs to the whole shape into
 /// records by point, so that the cost of a point is independent of the shape's size.
 template <class T>
-class ProxyDeformer : public Proxy, public PointWalk {
+class ProxyDeformer : public Proxy, public PointSource {
 public:
     /// Both are the point at `index()`, in JSON.
     json mayaResult(const std::vector<Port>& ports) const override;
@@ -29,13 +29,13 @@ public:
     /// Deforms a shape of one point, the one that stands at `index` in the whole shape.
     virtual void deform(T& shape, unsigned int index) const = 0;
 
-    unsigned int count() const override { return pointCount(output); }
-    vec3 mayaPoint(unsigned int index) const override;
-    vec3 zentPoint(unsigned int index) const override;
+    std::unique_ptr<PointWalk> walk() const override;
 
 protected:
     /// Reads the undeformed shape. It must hold every point that the walk visits.
     void readInput(const Port& port);
+    /// Points that the walk visits.
+    unsigned int count() const { return pointCount(output); }
     /// Starts a closure with the default one under the node's own name, for the inputs "envelope" and the point at
     /// `index()`, which all of them begin with.
     json deformerClosure(const char* node, float envelope, const Arguments& args, const std::vector<Port>& ports) const;

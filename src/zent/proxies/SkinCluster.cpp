@@ -18,12 +18,6 @@ public:
     MethodInfo info() const { return this->deformerInfo(argumentsOf<skin<T>>()); }
 
 private:
-    /// The influences of one point: three lists of one length.
-    struct VtxAttribute {
-        std::vector<mat4> matrices;
-        std::vector<mat4> bindPreMatrices;
-        std::vector<float> weights;
-    };
     /// The place of a point's influences in the list of all.
     struct Stretch {
         std::size_t begin = 0;
@@ -31,15 +25,14 @@ private:
     };
 
     void split_attributes(std::vector<mat4> matrix, std::vector<mat4> bindPreMatrix, const SkinWeights& weights);
-    VtxAttribute attributeAt(unsigned int index) const;
 
     float envelope = 0.0f;
     mat4 geomMatrix{1.0f};
-    // Whole matrices for each weight would be a hundred times the list: a point gets them when its turn comes.
     std::vector<mat4> matrices;
     std::vector<mat4> bindPreMatrices;
-    std::vector<std::pair<unsigned int, float>> influences; ///< index and weight, point by point
-    std::vector<Stretch> attributes;                        ///< by point
+    std::vector<mat4> palette;           ///< what each influence does to a point
+    std::vector<PointWeight> influences; ///< index and weight, point by point
+    std::vector<Stretch> attributes;     ///< by point
 };
 
 template <class T>
@@ -58,6 +51,7 @@ void ProxySkinCluster<T>::split_attributes(std::vector<mat4> matrix, std::vector
                                            const SkinWeights& weights) {
     matrices = std::move(matrix);
     bindPreMatrices = std::move(bindPreMatrix);
+    palette = skinPalette(geomMatrix, matrices, bindPreMatrices);
     attributes.assign(pointCount(this->input), {});
     for (std::size_t k = 0; k < weights.size(); ++k) {
         const auto& [vertex, influence, weight] = weights[k];
@@ -79,41 +73,38 @@ void ProxySkinCluster<T>::split_attributes(std::vector<mat4> matrix, std::vector
 }
 
 template <class T>
-auto ProxySkinCluster<T>::attributeAt(unsigned int index) const -> VtxAttribute {
-    const Stretch& stretch = attributes.at(index);
-    const std::size_t count = stretch.end - stretch.begin;
-    VtxAttribute attribute;
-    attribute.matrices.reserve(count);
-    attribute.bindPreMatrices.reserve(count);
-    attribute.weights.reserve(count);
-    for (std::size_t k = stretch.begin; k < stretch.end; ++k) {
-        attribute.matrices.push_back(matrices[influences[k].first]);
-        attribute.bindPreMatrices.push_back(bindPreMatrices[influences[k].first]);
-        attribute.weights.push_back(influences[k].second);
-    }
-    return attribute;
-}
-
-template <class T>
 void ProxySkinCluster<T>::deform(T& point, unsigned int index) const {
-    const VtxAttribute attribute = attributeAt(index);
-    SkinWeights weights;
-    weights.reserve(attribute.weights.size());
-    for (unsigned int k = 0; k < attribute.weights.size(); ++k) {
-        weights.emplace_back(0u, k, attribute.weights[k]);
+    const Stretch& stretch = attributes.at(index);
+    if (!(envelope >= kThreshold)) {
+        return;
     }
-    point = IMPL_skin<T>(envelope, point, geomMatrix, attribute.matrices, attribute.bindPreMatrices, weights);
+    const vec3 skinned =
+        skinPoint(pointsOf(point)[0], palette, influences.data() + stretch.begin, influences.data() + stretch.end);
+    if constexpr (std::is_same_v<T, Mesh>) {
+        point.matrixLinear = mat3(1.0f); // a skinned mesh comes back without a transform, the other shapes keep theirs
+        point.translation = vec3(0.0f);
+    }
+    pointsOf(point)[0] = skinned;
 }
 
 template <class T>
 json ProxySkinCluster<T>::closure(const Arguments& args, const std::vector<Port>& ports) const {
     json report = this->deformerClosure("skinCluster", envelope, args, ports);
-    const VtxAttribute attribute = attributeAt(this->cursor);
+    json::array_t ownMatrices;
+    json::array_t ownBindPreMatrices;
+    json::array_t weights;
+    const Stretch& stretch = attributes.at(this->cursor);
+    for (std::size_t k = stretch.begin; k < stretch.end; ++k) {
+        const auto& [influence, weight] = influences[k];
+        ownMatrices.push_back(toJson(matrices[influence]));
+        ownBindPreMatrices.push_back(toJson(bindPreMatrices[influence]));
+        weights.push_back(toJson(weight));
+    }
     json& inputs = report["inputs"];
     inputs.push_back(output("geomMatrix", geomMatrix));
-    inputs.push_back(typedValue("matrix", "Mat4List", toJson(attribute.matrices)));
-    inputs.push_back(typedValue("bindPreMatrix", "Mat4List", toJson(attribute.bindPreMatrices)));
-    inputs.push_back(typedValue("weight", "FloatList", toJson(attribute.weights)));
+    inputs.push_back(typedValue("matrix", "Mat4List", std::move(ownMatrices)));
+    inputs.push_back(typedValue("bindPreMatrix", "Mat4List", std::move(ownBindPreMatrices)));
+    inputs.push_back(typedValue("weight", "FloatList", std::move(weights)));
     return report;
 }
 
