@@ -81,8 +81,9 @@ public:
     void init(const Arguments& args, const std::vector<Port>& ports) override;
     void deform(T& point, unsigned int index) const override;
     MethodInfo info() const {
-        return this->deformerInfo(Inputs<float, T, WeightMap, std::map<ItemIndex, T>, std::map<ItemIndex, DeltaList>,
-                                         std::map<unsigned int, WeightMap>>::info());
+        return this->deformerInfo(
+            argumentsOfTypes<float, T, WeightMap, std::map<ItemIndex, T>, std::map<ItemIndex, DeltaList>,
+                             std::map<unsigned int, WeightMap>>());
     }
 
 private:
@@ -108,9 +109,9 @@ private:
 template <class T>
 void ProxyBlendShape<T>::init(const Arguments& args, const std::vector<Port>& ports) {
     ProxyDeformer<T>::init(args, ports);
-    envelope = read<float>(args.get(0));
-    this->readInput(args.get(1));
-    weights = args.get(2).getFloatMap();
+    envelope = read<float>(args, 0);
+    this->readInput(args, 1);
+    weights = read<WeightMap>(args, 2);
     EntryCount count;
     const auto shapes = readItems<T>(args.get(3), count);
     const auto deltas = readItems<DeltaList>(args.get(4), count);

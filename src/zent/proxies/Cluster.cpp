@@ -14,8 +14,8 @@ public:
     void init(const Arguments& args, const std::vector<Port>& ports) override;
     void deform(T& point, unsigned int index) const override;
     MethodInfo info() const {
-        return this->deformerInfo(Inputs<T, std::vector<unsigned int>, mat4, mat4, int, WeightMap, vec3, vec3, int,
-                                         vec3, vec3, vec3, vec3, vec3>::info());
+        return this->deformerInfo(argumentsOfTypes<T, std::vector<unsigned int>, mat4, mat4, int, WeightMap, vec3, vec3,
+                                                   int, vec3, vec3, vec3, vec3, vec3>());
     }
 
 private:
@@ -34,10 +34,10 @@ template <class T>
 void ProxyCluster<T>::init(const Arguments& args, const std::vector<Port>& ports) {
     constexpr unsigned int kStart = 2;
     ProxyDeformer<T>::init(args, ports);
-    this->readInput(args.get(0));
+    this->readInput(args, 0);
     handle = ClusterHandle::read(args, kStart);
-    const auto indices = read<std::vector<unsigned int>>(args.get(1));
-    split_attributes(indices, args.get(ClusterHandle::weightsArgument(kStart)).getFloatMap());
+    const auto indices = read<std::vector<unsigned int>>(args, 1);
+    split_attributes(indices, read<WeightMap>(args, ClusterHandle::weightsArgument(kStart)));
 }
 
 template <class T>

@@ -13,7 +13,7 @@ public:
     void deform(T& point, unsigned int index) const override;
     MethodInfo info() const {
         return this->deformerInfo(
-            Inputs<T, mat4, mat4, int, WeightMap, vec3, vec3, int, vec3, vec3, vec3, vec3, vec3>::info());
+            argumentsOfTypes<T, mat4, mat4, int, WeightMap, vec3, vec3, int, vec3, vec3, vec3, vec3, vec3>());
     }
 
 private:
@@ -27,9 +27,9 @@ template <class T>
 void ProxyClusterFull<T>::init(const Arguments& args, const std::vector<Port>& ports) {
     constexpr unsigned int kStart = 1;
     ProxyDeformer<T>::init(args, ports);
-    this->readInput(args.get(0));
+    this->readInput(args, 0);
     handle = ClusterHandle::read(args, kStart);
-    split_attributes(args.get(ClusterHandle::weightsArgument(kStart)).getFloatMap());
+    split_attributes(read<WeightMap>(args, ClusterHandle::weightsArgument(kStart)));
 }
 
 template <class T>

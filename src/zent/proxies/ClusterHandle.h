@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Access.h"
 
 namespace zent {
 

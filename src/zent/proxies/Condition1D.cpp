@@ -1,4 +1,5 @@
 #include "zent/nodes/condition.h"
+#include "zent/proxies/Binding.h"
 #include "zent/proxies/Plain.h"
 
 namespace zent {

@@ -1,5 +1,5 @@
 #include "zent/nodes/deformBend.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Access.h"
 #include "zent/proxies/ProxyDeformer.h"
 
 namespace zent {
@@ -22,12 +22,12 @@ private:
 
 void ProxyDeformBendMesh::init(const Arguments& args, const std::vector<Port>& ports) {
     ProxyDeformer<Mesh>::init(args, ports);
-    readInput(args.get(0));
-    envelope = read<float>(args.get(1));
-    handle = read<mat4>(args.get(2));
-    curvature = read<float>(args.get(3));
-    lowBound = read<float>(args.get(4));
-    highBound = read<float>(args.get(5));
+    readInput(args, 0);
+    envelope = read<float>(args, 1);
+    handle = read<mat4>(args, 2);
+    curvature = read<float>(args, 3);
+    lowBound = read<float>(args, 4);
+    highBound = read<float>(args, 5);
 }
 
 void ProxyDeformBendMesh::deform(Mesh& point, unsigned int /*index*/) const {

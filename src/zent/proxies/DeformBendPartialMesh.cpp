@@ -1,5 +1,5 @@
 #include "zent/nodes/deformBend.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Access.h"
 #include "zent/proxies/ProxyDeformer.h"
 
 #include <algorithm>
@@ -27,13 +27,13 @@ private:
 
 void ProxyDeformBendPartialMesh::init(const Arguments& args, const std::vector<Port>& ports) {
     ProxyDeformer<Mesh>::init(args, ports);
-    readInput(args.get(0));
-    envelope = read<float>(args.get(1));
-    handle = read<mat4>(args.get(3));
-    curvature = read<float>(args.get(4));
-    lowBound = read<float>(args.get(5));
-    highBound = read<float>(args.get(6));
-    split_attributes(read<std::vector<unsigned int>>(args.get(2)));
+    readInput(args, 0);
+    envelope = read<float>(args, 1);
+    handle = read<mat4>(args, 3);
+    curvature = read<float>(args, 4);
+    lowBound = read<float>(args, 5);
+    highBound = read<float>(args, 6);
+    split_attributes(read<std::vector<unsigned int>>(args, 2));
 }
 
 // By binary search, so that an unsorted list may lose points here that it names for the whole-shape function.

@@ -1,5 +1,5 @@
 #include "zent/nodes/deformSine.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Access.h"
 #include "zent/proxies/ProxyDeformer.h"
 
 namespace zent {
@@ -26,14 +26,14 @@ private:
 template <class T>
 void ProxyDeformSine<T>::init(const Arguments& args, const std::vector<Port>& ports) {
     ProxyDeformer<T>::init(args, ports);
-    this->readInput(args.get(0));
-    envelope = read<float>(args.get(1));
-    handle = read<mat4>(args.get(2));
-    wavelength = read<float>(args.get(3));
-    amplitude = read<float>(args.get(4));
-    offset = read<float>(args.get(5));
-    lowBound = read<float>(args.get(6));
-    highBound = read<float>(args.get(7));
+    this->readInput(args, 0);
+    envelope = read<float>(args, 1);
+    handle = read<mat4>(args, 2);
+    wavelength = read<float>(args, 3);
+    amplitude = read<float>(args, 4);
+    offset = read<float>(args, 5);
+    lowBound = read<float>(args, 6);
+    highBound = read<float>(args, 7);
 }
 
 template <class T>

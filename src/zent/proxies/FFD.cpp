@@ -1,5 +1,5 @@
 #include "zent/nodes/ffd.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Access.h"
 #include "zent/proxies/ProxyDeformer.h"
 
 namespace zent {
@@ -26,14 +26,14 @@ private:
 template <class T>
 void ProxyFFD<T>::init(const Arguments& args, const std::vector<Port>& ports) {
     ProxyDeformer<T>::init(args, ports);
-    this->readInput(args.get(0));
-    lattice = read<Lattice>(args.get(1));
-    deformedLatticeMatrix = read<mat4>(args.get(2));
-    baseLatticeMatrix = read<mat4>(args.get(3));
-    local = read<bool>(args.get(4));
-    influenceS = read<unsigned int>(args.get(5));
-    influenceT = read<unsigned int>(args.get(6));
-    influenceU = read<unsigned int>(args.get(7));
+    this->readInput(args, 0);
+    lattice = read<Lattice>(args, 1);
+    deformedLatticeMatrix = read<mat4>(args, 2);
+    baseLatticeMatrix = read<mat4>(args, 3);
+    local = read<bool>(args, 4);
+    influenceS = read<unsigned int>(args, 5);
+    influenceT = read<unsigned int>(args, 6);
+    influenceU = read<unsigned int>(args, 7);
     if (this->count() != 0) {
         requireLatticeWindows(lattice, local, influenceS, influenceT, influenceU);
     }

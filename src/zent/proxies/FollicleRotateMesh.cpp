@@ -1,4 +1,5 @@
 #include "zent/nodes/follicle.h"
+#include "zent/proxies/Binding.h"
 #include "zent/proxies/Plain.h"
 #include "zent/values/Select.h"
 

@@ -1,9 +1,32 @@
 #pragma once
 
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Access.h"
 #include "zent/proxies/Proxy.h"
 
 namespace zent {
+
+/// The one implementation of the plain adapters' operations.
+class PlainProxy : public Proxy {
+public:
+    json mayaResult(const std::vector<Port>& ports) const override;
+    json zentResult(const Arguments& args) const override;
+    std::string name() const override { return method_; }
+
+protected:
+    using ShowMaya = void (*)(json& outputs, const char* plug, const std::vector<Port>& ports);
+    using ShowZent = void (*)(json& outputs, const Arguments& args);
+
+    PlainProxy(const char* method, const char* plug, ShowMaya maya, ShowZent zent)
+        : method_(method), plug_(plug), maya_(maya), zent_(zent) {}
+
+    MethodInfo plainInfo(Describe output, std::vector<ValueInfo>&& arguments) const;
+
+private:
+    const char* method_;
+    const char* plug_;
+    ShowMaya maya_;
+    ShowZent zent_;
+};
 
 /// The adapter of a method that is one node function and one plug: Maya's side reads the plug as a T, the node
 /// function's side calls it with the record's arguments in order. T is the function's type of result, or a type that is
@@ -15,33 +38,30 @@ namespace zent {
 ///     };
 ///     template Method method<ProxyClamp>();
 ///
-/// An adapter with more to say overrides an operation.
+/// An adapter with more to say overrides an operation, and includes Binding.h.
 template <auto Function, class T = typename Caller<decltype(Function)>::Value>
-class Plain : public Proxy {
+class Plain : public PlainProxy {
 public:
-    Plain(const char* method, const char* plug) : method_(method), plug_(plug) {}
+    /// An adapter whose Maya's side is not one T gives its own way of showing it.
+    Plain(const char* method, const char* plug, ShowMaya showMaya = &showResult)
+        : PlainProxy(method, plug, showMaya, &showZent) {}
 
-    json mayaResult(const std::vector<Port>& ports) const override {
-        return results(output(plug_, result<T>(ports, 0)));
-    }
-    json zentResult(const Arguments& args) const override { return results(output(asValue(call<Function>(args)))); }
-    std::string name() const override { return method_; }
-    MethodInfo info() const { return {{}, {}, false, {valueInfo<T>(plug_)}, argumentsOf<Function>()}; }
+    MethodInfo info() const { return plainInfo(&Access<T>::info, argumentsOf<Function>()); }
 
 private:
-    template <class R>
-    static auto asValue(const R& value) {
+    static void showResult(json& outputs, const char* plug, const std::vector<Port>& ports) {
+        Shown<T>::append(outputs, plug, Access<T>::result(ports, 0));
+    }
+    static void showZent(json& outputs, const Arguments& args) {
+        using Made = typename Caller<decltype(Function)>::Value;
         constexpr bool kIsMadeOf =
-            std::is_same_v<T, Euler> || std::is_same_v<T, Rotation> || std::is_same_v<T, std::vector<R>>;
+            std::is_same_v<T, Euler> || std::is_same_v<T, Rotation> || std::is_same_v<T, std::vector<Made>>;
         if constexpr (kIsMadeOf) {
-            return T{value};
+            Shown<T>::append(outputs, T{call<Function>(args)});
         } else {
-            return value;
+            Shown<Made>::append(outputs, call<Function>(args));
         }
     }
-
-    const char* method_;
-    const char* plug_;
 };
 
 } // namespace zent

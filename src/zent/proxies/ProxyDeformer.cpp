@@ -70,8 +70,8 @@ json ProxyDeformer<T>::zentResult(const Arguments& /*args*/) const {
 }
 
 template <class T>
-void ProxyDeformer<T>::readInput(const Port& port) {
-    input = read<T>(port);
+void ProxyDeformer<T>::readInput(const Arguments& args, unsigned int index) {
+    input = read<T>(args, index);
     requireConsistent(input, "inputGeometry");
     requireAtLeast("inputGeometry", pointsOf(input).size(), count(), "outputGeometry[0]");
 }

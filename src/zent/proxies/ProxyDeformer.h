@@ -33,7 +33,7 @@ public:
 
 protected:
     /// Reads the undeformed shape. It must hold every point that the walk visits.
-    void readInput(const Port& port);
+    void readInput(const Arguments& args, unsigned int index);
     /// Points that the walk visits.
     unsigned int count() const { return pointCount(output); }
     /// Starts a closure with the default one under the node's own name, for the inputs "envelope" and the point at

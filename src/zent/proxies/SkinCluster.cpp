@@ -38,12 +38,12 @@ private:
 template <class T>
 void ProxySkinCluster<T>::init(const Arguments& args, const std::vector<Port>& ports) {
     ProxyDeformer<T>::init(args, ports);
-    envelope = read<float>(args.get(0));
-    this->readInput(args.get(1));
-    geomMatrix = read<mat4>(args.get(2));
-    auto matrix = read<std::vector<mat4>>(args.get(3));
-    auto bindPreMatrix = read<std::vector<mat4>>(args.get(4));
-    split_attributes(std::move(matrix), std::move(bindPreMatrix), read<SkinWeights>(args.get(5)));
+    envelope = read<float>(args, 0);
+    this->readInput(args, 1);
+    geomMatrix = read<mat4>(args, 2);
+    auto matrix = read<std::vector<mat4>>(args, 3);
+    auto bindPreMatrix = read<std::vector<mat4>>(args, 4);
+    split_attributes(std::move(matrix), std::move(bindPreMatrix), read<SkinWeights>(args, 5));
 }
 
 template <class T>

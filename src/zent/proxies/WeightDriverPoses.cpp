@@ -3,20 +3,15 @@
 
 namespace zent {
 
-class ProxyWeightDriverPoses : public Plain<weightDriverPoses> {
+/// The two ints have no effect on the node, and their plugs are read as floats.
+static svec<float, 16> posesOfFloats(float, float, svec<float, 16> input, PoseElements poseInputs,
+                                     PoseElements poseValues) {
+    return weightDriverPoses(0, 0, std::move(input), std::move(poseInputs), std::move(poseValues));
+}
+
+class ProxyWeightDriverPoses : public Plain<posesOfFloats> {
 public:
     ProxyWeightDriverPoses() : Plain("weightDriverPoses", "output") {}
-    json zentResult(const Arguments& args) const override {
-        // The two ints have no effect on the node, and their plugs are read as floats.
-        Input::read<0>(args);
-        Input::read<1>(args);
-        return results(
-            output(weightDriverPoses(0, 0, Input::read<2>(args), Input::read<3>(args), Input::read<4>(args))));
-    }
-    MethodInfo info() const { return {{}, {}, false, {valueInfo<svec<float, 16>>("output")}, Input::info()}; }
-
-private:
-    using Input = Inputs<float, float, svec<float, 16>, PoseElements, PoseElements>;
 };
 template Method method<ProxyWeightDriverPoses>();
 

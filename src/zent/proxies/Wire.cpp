@@ -1,6 +1,6 @@
 #include "zent/nodes/wire.h"
 #include "zent/math/require.h"
-#include "zent/proxies/Binding.h"
+#include "zent/proxies/Access.h"
 #include "zent/proxies/ProxyDeformer.h"
 
 namespace zent {
@@ -26,13 +26,13 @@ private:
 template <class T>
 void ProxyWire<T>::init(const Arguments& args, const std::vector<Port>& ports) {
     ProxyDeformer<T>::init(args, ports);
-    this->readInput(args.get(0));
-    rotation = read<float>(args.get(1));
-    baseWire = read<Curve>(args.get(2));
-    deformedWire = read<Curve>(args.get(3));
-    locatorParameters = read<svec<float, 8>>(args.get(4));
-    locatorTwists = read<svec<float, 8>>(args.get(5));
-    bindings = read<WireBindings>(args.get(6));
+    this->readInput(args, 0);
+    rotation = read<float>(args, 1);
+    baseWire = read<Curve>(args, 2);
+    deformedWire = read<Curve>(args, 3);
+    locatorParameters = read<svec<float, 8>>(args, 4);
+    locatorTwists = read<svec<float, 8>>(args, 5);
+    bindings = read<WireBindings>(args, 6);
     requireAtLeast("bindings", bindings.size(), this->count(), "outputGeometry[0]");
     if (this->count() != 0) {
         requireWires(baseWire, deformedWire, locatorParameters, locatorTwists);

@@ -2,6 +2,7 @@
 
 #include "zent/values/Element.h"
 #include "zent/values/geometryJson.h"
+#include "zent/values/readings.h"
 
 #include <array>
 #include <cstring>
@@ -16,19 +17,6 @@
 namespace zent {
 
 class Port;
-
-/// Euler angles that travel as they stand, with the type "Euler".
-struct Euler {
-    vec3 angles{0.0f};
-};
-/// Euler angles in radians that are shown in degrees.
-struct Rotation {
-    vec3 radians{0.0f};
-};
-/// A point of a deformer's shape.
-struct Vertex {
-    vec3 point{0.0f};
-};
 
 /// Floats as the array of doubles that they are in JSON, and back.
 json numbersToJson(const float* numbers, std::size_t count);
