@@ -1,3 +1,8 @@
+# Several sources of a target as one: their common headers cost more than all that they hold themselves.
+function(zent_batch target size)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ${ZENT_UNITY_BUILD} UNITY_BUILD_BATCH_SIZE ${size})
+endfunction()
+
 # What every target of this project is compiled with.
 add_library(zent_options INTERFACE)
 target_compile_options(zent_options INTERFACE

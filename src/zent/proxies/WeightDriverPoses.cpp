@@ -4,8 +4,7 @@
 namespace zent {
 
 /// The two ints have no effect on the node, and their plugs are read as floats.
-static svec<float, 16> posesOfFloats(float, float, svec<float, 16> input, PoseElements poseInputs,
-                                     PoseElements poseValues) {
+svec<float, 16> posesOfFloats(float, float, svec<float, 16> input, PoseElements poseInputs, PoseElements poseValues) {
     return weightDriverPoses(0, 0, std::move(input), std::move(poseInputs), std::move(poseValues));
 }
 
