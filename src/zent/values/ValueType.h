@@ -18,6 +18,11 @@ namespace zent {
 
 class Port;
 
+/// Blocks of the resource file that are vectors of plain values.
+using IndexList = std::vector<unsigned int>;
+using ByteCode = std::vector<unsigned char>;
+using Constants = std::vector<Value>;
+
 /// Floats as the array of doubles that they are in JSON, and back.
 json numbersToJson(const float* numbers, std::size_t count);
 void numbersFromJson(const json& value, float* numbers, std::size_t count);
@@ -70,35 +75,37 @@ struct RecordRow : BlockRow<T> {
 
 // clang-format off
 template <> struct ValueType<float> : PlainRow<float, &Element::getFloat> {
-    static constexpr const char* name = "Float";
+    static constexpr auto name = "Float";
     static json toJson(float value) { return json(static_cast<double>(value)); }
     static float fromJson(const json& value) { return value.get<float>(); }
 };
-template <> struct ValueType<int> : PlainRow<int, &Element::getInt> { static constexpr const char* name = "Int"; };
-template <> struct ValueType<unsigned int> : PlainRow<unsigned int, &Element::getInt> { static constexpr const char* name = "Int"; };
-template <> struct ValueType<bool> : PlainRow<bool, &Element::getBool> { static constexpr const char* name = "Bool"; };
-template <> struct ValueType<vec2> : VectorRow<vec2, &Element::getVec2> { static constexpr const char* name = "Vec2"; };
-template <> struct ValueType<vec3> : VectorRow<vec3, &Element::getVec3> { static constexpr const char* name = "Vec3"; };
-template <> struct ValueType<vec4> : VectorRow<vec4, &Element::getVec4> { static constexpr const char* name = "Vec4"; };
-template <> struct ValueType<quat> : NumbersRow<quat> { static constexpr const char* name = "Vec4"; };
-template <> struct ValueType<mat4> : VectorRow<mat4, &Element::getMat4> { static constexpr const char* name = "Mat4"; };
-template <> struct ValueType<Vertex> : NumbersRow<Vertex> { static constexpr const char* name = "Vertex"; };
-template <> struct ValueType<Euler> : VectorRow<Euler, &Element::getVec3> { static constexpr const char* name = "Euler"; };
+template <> struct ValueType<int> : PlainRow<int, &Element::getInt> { static constexpr auto name = "Int"; };
+template <> struct ValueType<unsigned int> : PlainRow<unsigned int, &Element::getInt> {
+    static constexpr auto name = "Int";
+};
+template <> struct ValueType<bool> : PlainRow<bool, &Element::getBool> { static constexpr auto name = "Bool"; };
+template <> struct ValueType<vec2> : VectorRow<vec2, &Element::getVec2> { static constexpr auto name = "Vec2"; };
+template <> struct ValueType<vec3> : VectorRow<vec3, &Element::getVec3> { static constexpr auto name = "Vec3"; };
+template <> struct ValueType<vec4> : VectorRow<vec4, &Element::getVec4> { static constexpr auto name = "Vec4"; };
+template <> struct ValueType<quat> : NumbersRow<quat> { static constexpr auto name = "Vec4"; };
+template <> struct ValueType<mat4> : VectorRow<mat4, &Element::getMat4> { static constexpr auto name = "Mat4"; };
+template <> struct ValueType<Vertex> : NumbersRow<Vertex> { static constexpr auto name = "Vertex"; };
+template <> struct ValueType<Euler> : VectorRow<Euler, &Element::getVec3> { static constexpr auto name = "Euler"; };
 template <> struct ValueType<Rotation> : VectorRow<Rotation, &Element::getVec3> {
-    static constexpr const char* name = "Euler";
+    static constexpr auto name = "Euler";
     static json toJson(const Rotation& value);
 };
-template <> struct ValueType<Curve> : RecordRow<Curve> { static constexpr const char* name = "Curve"; };
-template <> struct ValueType<Surface> : RecordRow<Surface> { static constexpr const char* name = "Surface"; };
-template <> struct ValueType<Mesh> : BlockRow<Mesh> { static constexpr const char* name = "Mesh"; };
-template <> struct ValueType<Lattice> : BlockRow<Lattice> { static constexpr const char* name = "Lattice"; };
-template <> struct ValueType<WeightMap> : BlockRow<WeightMap> { static constexpr const char* name = "WeightMap"; };
-template <> struct ValueType<DeltaList> : BlockRow<DeltaList> { static constexpr const char* name = "DeltaList"; };
-template <> struct ValueType<SkinWeights> : BlockRow<SkinWeights> { static constexpr const char* name = "SkinWeights"; };
-template <> struct ValueType<WireBindings> : BlockRow<WireBindings> { static constexpr const char* name = "WireBindings"; };
-template <> struct ValueType<std::vector<unsigned int>> : BlockRow<std::vector<unsigned int>> { static constexpr const char* name = "IndexList"; };
-template <> struct ValueType<std::vector<unsigned char>> : BlockRow<std::vector<unsigned char>> { static constexpr const char* name = "ByteCode"; };
-template <> struct ValueType<std::vector<Value>> : BlockRow<std::vector<Value>> { static constexpr const char* name = "Constants"; };
+template <> struct ValueType<Curve> : RecordRow<Curve> { static constexpr auto name = "Curve"; };
+template <> struct ValueType<Surface> : RecordRow<Surface> { static constexpr auto name = "Surface"; };
+template <> struct ValueType<Mesh> : BlockRow<Mesh> { static constexpr auto name = "Mesh"; };
+template <> struct ValueType<Lattice> : BlockRow<Lattice> { static constexpr auto name = "Lattice"; };
+template <> struct ValueType<WeightMap> : BlockRow<WeightMap> { static constexpr auto name = "WeightMap"; };
+template <> struct ValueType<DeltaList> : BlockRow<DeltaList> { static constexpr auto name = "DeltaList"; };
+template <> struct ValueType<SkinWeights> : BlockRow<SkinWeights> { static constexpr auto name = "SkinWeightList"; };
+template <> struct ValueType<WireBindings> : BlockRow<WireBindings> { static constexpr auto name = "WireBindings"; };
+template <> struct ValueType<IndexList> : BlockRow<IndexList> { static constexpr auto name = "IndexList"; };
+template <> struct ValueType<ByteCode> : BlockRow<ByteCode> { static constexpr auto name = "ByteCode"; };
+template <> struct ValueType<Constants> : BlockRow<Constants> { static constexpr auto name = "Constants"; };
 // clang-format on
 
 /// The types by which results are compared, in the order in which their names are looked up.
@@ -171,11 +178,11 @@ struct PortType<std::map<Key, T>> : EntryMap<Key, T> {};
 
 // Vectors that are blocks of the resource file, and so one entry.
 template <>
-struct PortType<std::vector<unsigned int>> : OneEntry<std::vector<unsigned int>> {};
+struct PortType<IndexList> : OneEntry<IndexList> {};
 template <>
-struct PortType<std::vector<unsigned char>> : OneEntry<std::vector<unsigned char>> {};
+struct PortType<ByteCode> : OneEntry<ByteCode> {};
 template <>
-struct PortType<std::vector<Value>> : OneEntry<std::vector<Value>> {};
+struct PortType<Constants> : OneEntry<Constants> {};
 template <>
 struct PortType<DeltaList> : OneEntry<DeltaList> {};
 template <>
