@@ -67,7 +67,8 @@ protected:
         name("@fewPoints", writer.add(curve(3, kFormOpen, 2, cubicKnots)));
         name("@manyPoints", writer.add(curve(1, kFormOpen, 5, {0, 1, 2})));
         name("@noPoints", writer.add(curve(1, kFormOpen, 0, {})));
-        name("@fewPeriodic", writer.add(curve(3, kFormPeriodic, 2, {})));
+        name("@fewPeriodic",
+             writer.add(Surface(3, 1, kFormPeriodic, kFormOpen, {0, 1, 2}, {0, 1}, std::vector<vec3>(2), mat4(1.0f))));
         name("@open", writer.add(curve(3, kFormOpen, 7, {})));
         name("@periodic", writer.add(curve(3, kFormPeriodic, 7, {})));
         name("@flat", writer.add(surface(0, kFormOpen, 4, {0, 1}, {0, 1})));

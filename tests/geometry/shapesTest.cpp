@@ -103,6 +103,9 @@ TEST(Shapes, RefuseCountsThatTheirListsDoNotHold) {
     surface.degreeU = 4; // three rows, four of which would repeat
     EXPECT_EQ(text(surface), "input in U control points has 3 entries, a periodic overlap needs 4");
     EXPECT_EQ(text(Surface(3, 3, 3, 3, {0, 0}, {0, 0}, {}, mat4(1.0f))), ""); // empty
+    const Curve short_(3, kFormPeriodic, origins(2), {}, mat4(1.0f)); // fewer points than it repeats: none to visit
+    EXPECT_EQ(text(short_), "");
+    EXPECT_EQ(pointCount(short_), 0u);
     EXPECT_EQ(text(onePointShape<Surface>(vec3(0.0f), mat4(1.0f))), "");
 }
 

@@ -205,7 +205,48 @@ TEST(Rotation, QuatToEulerNormalises) {
     expectNear(quatToEuler(vec4(0.0f, 0.0f, 30.0f * std::sin(0.2f), 30.0f * std::cos(0.2f))), vec3(0.0f, 0.0f, 0.4f),
                1e-6f);
     EXPECT_EQ(quatToEuler(vec4(0.0f)), vec3(0.0f));
+    EXPECT_TRUE(std::isnan(quatToEuler(vec4(0.0f, kNaN, 0.0f, 1.0f)).x));
     EXPECT_EQ(quatToEuler(vec4(1e-20f, 0.0f, 0.0f, 0.0f)), vec3(0.0f)); // its square is below the smallest float
+}
+
+TEST(Rotation, ThresholdsAndTies) {
+    const vec3 x(1.0f, 0.0f, 0.0f), y(0.0f, 1.0f, 0.0f), z(0.0f, 0.0f, 1.0f);
+    const float bit = std::numeric_limits<float>::epsilon();
+    struct Case {
+        vec3 from, to;
+        quat turn, unitTurn;
+    };
+    const float h = std::sqrt(0.5f), halfTurn = -4.371138828673793e-08f; // the cosine of the float next to pi / 2
+    const Case cases[] = {
+        {x, y, {h, z * h}, {h, z * h}},
+        {x, -x, {0.0f, y}, {halfTurn, y}},
+        {y, -y, {0.0f, z}, {halfTurn, -x}}, // x is not larger than z
+        {z, -z, {0.0f, -y}, {halfTurn, -y}},
+        {(x + z) * h, (x + z) * -h, {0.0f, -y}, {halfTurn, y}}, // a tie
+        {x, {1.0f, 3e-4f, 0.0f}, {1.0f, z * 1.5e-4f}, {1.0f, 0.0f, 0.0f, 0.0f}},
+        {x, {-1.0f, 3e-3f, 0.0f}, {1.5e-3f, z}, {halfTurn, y}},
+        {x, {-1.0f + bit, 4e-3f, 0.0f}, {2e-3f, z}, {2.44e-4f, z * 8.19f}}, // beyond the threshold, and no unit vector
+        {x, {kNaN, 0.0f, 0.0f}, quat(kNaN, kNaN, kNaN, kNaN), quat(kNaN, kNaN, kNaN, kNaN)},
+        {vec3(0.0f), x, {1.0f, 0.0f, 0.0f, 0.0f}, {h, 0.0f, 0.0f, 0.0f}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(&c - cases);
+        if (std::isnan(c.turn.w)) {
+            EXPECT_TRUE(std::isnan(rotationBetween(c.from, c.to).w));
+            EXPECT_TRUE(std::isnan(rotationBetweenUnits(c.from, c.to).w));
+            EXPECT_TRUE(std::isnan(slerpStep(c.turn, c.turn, 0.5f).w));
+            EXPECT_TRUE(std::isnan(normalizeOrIdentity(c.turn).w));
+            EXPECT_TRUE(std::isnan(rotationAxis(c.turn).x) && std::isnan(rotationAngle(c.turn)));
+        } else {
+            expectNear(rotationBetween(c.from, c.to), c.turn, 5e-5f);
+            expectNear(rotationBetweenUnits(c.from, c.to), c.unitTurn, 2e-2f);
+        }
+    }
+    // A step between opposite quaternions of one rotation is none, and the linear one is not normalised.
+    const quat a(1.0f, 0.0f, 0.0f, 0.0f);
+    expectNear(slerpStep(a, -a, 0.25f), a, 1e-7f);
+    expectNear(slerpStep(a, quat(1.0f, x), 0.5f), quat(1.0f, 0.5f * x), 1e-7f);
+    expectNear(slerpStep(a, quat(0.0f, x), 0.5f), quat(h, h * x), 1e-6f);
 }
 
 TEST(Decompose, TakesApartWhatWasComposed) {

@@ -125,6 +125,16 @@ TEST(BlendShape, PeriodicOverlaps) {
     EXPECT_EQ(x, (std::vector<float>{1, 1, 2, 1, 1, 2, 2, 2, 3}));
 }
 
+// An accumulator of the caller's own, whose knots speak for more rows than it has, or for none.
+TEST(BlendShape, ResultOfOtherPoints) {
+    const Surface base = surfaceOf(kFormPeriodic, kFormPeriodic, 3, 3, std::vector<vec3>(9, kX));
+    Surface result = surfaceOf(kFormPeriodic, kFormPeriodic, 300, 3, std::vector<vec3>(9, kX));
+    expectError([&] { IMPL_blend_target(result, 1.0f, base, base, {}); }, {"result control points has 9", "300 by 3"});
+    result = surfaceOf(kFormPeriodic, kFormPeriodic, 3, 3, std::vector<vec3>(9, kX));
+    result.degreeV = 4;
+    expectError([&] { IMPL_blend_target(result, 1.0f, base, base, {}); }, {"result has 0 entries", "9"});
+}
+
 TEST(BlendShape, DeltaOfNoPoint) {
     const DeltaList deltas{{0u, kX}, {3u, kX}};
     const auto blend = [&](float envelope, float weight) {

@@ -22,8 +22,10 @@ TEST(ClosestPointOnCurve, IsExactOnDegreeOne) {
     for (const auto& [point, parameter] : rows) {
         EXPECT_FLOAT_EQ(getClosetPointOnCurve(line, point), parameter);
     }
-    const Curve loop(1, kFormPeriodic, {kZero, {4, 0, 0}, {4, 4, 0}, kZero}, {0, 1, 2, 3}, kIdentity);
-    EXPECT_FLOAT_EQ(getClosetPointOnCurve(loop, {1.5f, 1.6f, 0}), 0.375f); // the closing segment is not looked at
+    // The closing segment is not looked at, and so it needs no knot.
+    const Curve loop(1, kFormPeriodic, {kZero, {4, 0, 0}, {4, 4, 0}, kZero}, {0, 1, 2}, kIdentity);
+    EXPECT_FLOAT_EQ(getClosetPointOnCurve(loop, {1.5f, 1.6f, 0}), 0.375f);
+    EXPECT_NE(errorOf([&] { getClosetPointOnCurve(Curve(1, kFormOpen, loop.cv, loop.knots, kIdentity), kZero); }), "");
 }
 
 TEST(ClosestPointOnCurve, SearchesByNewton) {

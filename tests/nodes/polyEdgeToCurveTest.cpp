@@ -1,6 +1,9 @@
 #include "zent/nodes/polyEdgeToCurve.h"
 
 #include "nodes/testSurfaces.h"
+#include "zent/geometry/nurbs.h"
+
+#include <Eigen/SparseLU>
 
 namespace zent::test {
 namespace {
@@ -61,6 +64,36 @@ TEST(PolyEdgeToCurve, ClosedRunsThroughItsPointsAndRepeatsItsBeginning) {
     const Curve unsolvable = polyEdgeToCurve(zigzag(), {0, 1, 2, 3, 0}, 2);
     ASSERT_EQ(unsolvable.cv.size(), 6u);
     EXPECT_TRUE(std::isnan(unsolvable.cv[0].x));
+}
+
+// Each coordinate is a solve of its own; a solve of all three at once differs in the last bits in most lists.
+TEST(PolyEdgeToCurve, ACoordinateIsSolvedByItself) {
+    for (std::size_t count = 12; count < 40; ++count) {
+        const std::vector<vec3> points = scatterPoints(count, static_cast<unsigned>(count));
+        const Curve curve = curveFromEditPoints(3, points);
+        const auto size = static_cast<Eigen::Index>(count + 2);
+        Eigen::SparseMatrix<float> matrix(size, size);
+        Eigen::VectorXf target = Eigen::VectorXf::Zero(size);
+        for (Eigen::Index row = 0; row < size; ++row) {
+            const auto i = static_cast<std::size_t>(row);
+            const float u = i < count ? static_cast<float>(i) : i == count ? 0.0f : static_cast<float>(count - 1);
+            const unsigned span = findSpan(u, 3, curve.knots);
+            const BasisRow weights =
+                i < count ? basisFunctions(3, span, u, curve.knots) : computeDerivatives(2, 3, span, u, curve.knots)[2];
+            for (Eigen::Index j = 0; j < 4; ++j) {
+                if (std::abs(weights[static_cast<std::size_t>(j)]) >= kThreshold) {
+                    matrix.insert(row, span - 2 + j) = weights[static_cast<std::size_t>(j)];
+                }
+            }
+            target[row] = i < count ? points[i].z : 0.0f;
+        }
+        matrix.makeCompressed();
+        const Eigen::SparseLU<Eigen::SparseMatrix<float>> solver(matrix);
+        const Eigen::VectorXf z = solver.solve(target);
+        for (Eigen::Index i = 0; i < size; ++i) {
+            ASSERT_EQ(curve.cv[static_cast<std::size_t>(i)].z, z[i]) << count << " points, " << i;
+        }
+    }
 }
 
 TEST(PolyEdgeToCurve, DegreeOneIsThePolyline) {

@@ -159,6 +159,7 @@ TEST(AngleBetween, AngleAndAxis) {
              {y, x, kHalfTurn / 2.0f, -z},
              {5.0f * z, x + z, kHalfTurn / 4.0f, y},
              {x, 3.0f * x, 0.0f, z},
+             {vec3(5.0f, 4.0f, 0.0f), vec3(5.0f, 4.0f, 0.0f), 0.0f, z},
              {x, -x, kHalfTurn, y},            // across x: (-y, x, 0)
              {z, -2.0f * z, kHalfTurn, -y},    // across z: (0, -z, y)
              {x + z, -(x + z), kHalfTurn, -y}, // a tie is not strictly greater

@@ -193,9 +193,10 @@ void requireEvaluable(const Surface& surface, const char* name) {
 }
 
 void requireKnotPerPoint(const Curve& curve, const char* name) {
-    if (curve.knots.size() < curve.cv.size()) {
-        requireAtLeast((std::string(name) + " knots").c_str(), curve.knots.size(), curve.cv.size(),
-                       (std::to_string(curve.cv.size()) + " control points").c_str());
+    const std::size_t count = uniqueCount(curve);
+    if (curve.knots.size() < count) {
+        requireAtLeast((std::string(name) + " knots").c_str(), curve.knots.size(), count,
+                       (std::to_string(count) + " control points").c_str());
     }
 }
 

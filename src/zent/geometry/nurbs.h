@@ -44,7 +44,8 @@ unsigned spanCount(const Curve& curve);
 void requireEvaluable(const Curve& curve, const char* name);
 void requireEvaluable(const Surface& surface, const char* name);
 
-/// At least as many knots as control points, for a walk over the control points that reads a knot for each.
+/// At least as many knots as control points without a periodic overlap, for a walk over these that reads a knot for
+/// each.
 void requireKnotPerPoint(const Curve& curve, const char* name);
 
 } // namespace zent

@@ -4,6 +4,7 @@
 #include <glm/matrix.hpp>
 
 #include <array>
+#include <limits>
 
 // Matrix products are told in Maya's row order, as in the header.
 namespace zent {
@@ -122,6 +123,15 @@ vec4 components(quat q) {
     return {q.x, q.y, q.z, q.w};
 }
 
+float quatDot(quat a, quat b) {
+    return (a.w * b.w + a.x * b.x) + (a.y * b.y + a.z * b.z);
+}
+
+/// Float bits 0x358637BD, and the distance of 1 to the next float.
+constexpr float kOpposite = 1e-6f;
+constexpr float kEpsilon = std::numeric_limits<float>::epsilon();
+constexpr float kCosineOfHalf = 0.87758255f;
+
 } // namespace
 
 mat4 eulerRotateMatrix(vec3 angles, RotateOrder order) {
@@ -214,7 +224,7 @@ vec3 eulerAngles(quat q, RotateOrder order, vec3 reference) {
 
 vec3 quatToEuler(vec4 q) {
     const float length = guardedSqrt(glm::dot(q, q));
-    const vec4 unit = length > 0.0f ? q * (1.0f / length) : vec4(0.0f, 0.0f, 0.0f, 1.0f);
+    const vec4 unit = length <= 0.0f ? vec4(0.0f, 0.0f, 0.0f, 1.0f) : q * (1.0f / length);
     return eulerAngles(quat(unit.w, unit.x, unit.y, unit.z), kRotateXYZ);
 }
 
@@ -276,6 +286,74 @@ quat core_slerp(quat a, quat b, float t, int spin, bool flip_spin) {
     // The divisor stays sin(omega), whatever the spin.
     const float inverseSine = 1.0f / std::sin(omega);
     return std::sin(omega - g) * inverseSine * a + std::sin(g) * inverseSine * b;
+}
+
+quat normalizeOrIdentity(quat q) {
+    const float length = std::sqrt(quatDot(q, q));
+    if (length <= 0.0f) {
+        return {1.0f, 0.0f, 0.0f, 0.0f};
+    }
+    const float inverse = 1.0f / length;
+    return {q.w * inverse, q.x * inverse, q.y * inverse, q.z * inverse};
+}
+
+quat turnBetween(vec3 from, vec3 to) {
+    const float lengths = std::sqrt(glm::dot(from, from) * glm::dot(to, to));
+    const float w = lengths + glm::dot(from, to);
+    if (w < kOpposite * lengths) {
+        const vec3 across = std::abs(from.x) > std::abs(from.z) ? vec3(-from.y, from.x, 0.0f) //
+                                                                : vec3(0.0f, -from.z, from.y);
+        return {0.0f, across};
+    }
+    return {w, glm::cross(from, to)};
+}
+
+quat rotationBetween(vec3 from, vec3 to) {
+    return normalizeOrIdentity(turnBetween(from, to));
+}
+
+quat rotationBetweenUnits(vec3 from, vec3 to) {
+    const float cosine = glm::dot(from, to);
+    if (cosine >= 1.0f - kEpsilon) {
+        return {1.0f, 0.0f, 0.0f, 0.0f};
+    }
+    if (cosine < -1.0f + kEpsilon) {
+        vec3 across(-from.y, from.x, 0.0f);
+        if (glm::dot(across, across) < kEpsilon) {
+            across = vec3(0.0f, -from.z, from.y);
+        }
+        return glm::angleAxis(static_cast<float>(kPi), glm::normalize(across));
+    }
+    const float s = std::sqrt((1.0f + cosine) * 2.0f);
+    return {s * 0.5f, glm::cross(from, to) * (1.0f / s)};
+}
+
+quat slerpStep(quat a, quat b, float t) {
+    float cosine = quatDot(a, b);
+    if (cosine < 0.0f) {
+        b = -b;
+        cosine = -cosine;
+    }
+    if (cosine > 1.0f - kEpsilon) {
+        return a * (1.0f - t) + b * t;
+    }
+    const float omega = std::acos(cosine);
+    return (std::sin((1.0f - t) * omega) * a + std::sin(t * omega) * b) / std::sin(omega);
+}
+
+float rotationAngle(quat q) {
+    if (std::abs(q.w) > kCosineOfHalf) {
+        return std::asin(std::sqrt(q.x * q.x + q.y * q.y + q.z * q.z)) * 2.0f;
+    }
+    return std::acos(q.w) * 2.0f;
+}
+
+vec3 rotationAxis(quat q) {
+    const float squaredSine = 1.0f - q.w * q.w;
+    if (squaredSine <= 0.0f) {
+        return {0.0f, 0.0f, 1.0f};
+    }
+    return vec3(q.x, q.y, q.z) * (1.0f / std::sqrt(squaredSine));
 }
 
 mat4 composeMatrix(vec3 translate, vec3 rotate, int order, vec3 scale) {

@@ -43,7 +43,8 @@ vec3 eulerAngles(quat q, RotateOrder order);
 /// The Euler angles of a quaternion, radians: the solution closest to `reference`, each angle wrapped by whole turns.
 vec3 eulerAngles(quat q, RotateOrder order, vec3 reference);
 
-/// The Euler angles (xyz, radians) of a quaternion given as x, y, z, w. It is normalised first; zero is the identity.
+/// The Euler angles (xyz, radians) of a quaternion given as x, y, z, w. It is normalised first; zero is the identity,
+/// and NaN in any of the four gives NaN.
 vec3 quatToEuler(vec4 q);
 
 /// Scale and shear of a matrix's rows by Gram-Schmidt. z scale is negative where the determinant is below 0.001.
@@ -68,6 +69,34 @@ quat decomposeMatrixQuat(mat4 const& m);
 /// apart b is negated, and `flip_spin` then turns a spin of 0 into -1 and any other into 0. The result is not
 /// normalised.
 quat core_slerp(quat a, quat b, float t, int spin, bool flip_spin);
+
+// Thresholds and tie-breaks of the following are behaviour of the nodes that use them. Each comparison is such that NaN
+// is on neither side of it and passes through.
+
+/// A quaternion of length 1; the identity where the length is not greater than 0.
+quat normalizeOrIdentity(quat q);
+
+/// The rotation that takes the direction of one vector to that of another, by its half angle and not normalised.
+/// Directions that are opposite within 1e-6 make it a half turn about (-y, x, 0) of `from`, or about (0, -z, y) unless
+/// x is larger than z.
+quat turnBetween(vec3 from, vec3 to);
+
+/// `turnBetween`, normalised.
+quat rotationBetween(vec3 from, vec3 to);
+
+/// The rotation between two unit vectors: the identity where their cosine is within 2^-23 of 1, and within that of -1 a
+/// half turn about (-y, x, 0) of `from`, or about (0, -z, y) where `from` lies along z.
+quat rotationBetweenUnits(vec3 from, vec3 to);
+
+/// Spherical interpolation from a to b by t along the shorter way, linear where the cosine is within 2^-23 of 1. The
+/// result is not normalised.
+quat slerpStep(quat a, quat b, float t);
+
+/// The angle of a unit quaternion, radians, with the sine's precision where it is small.
+float rotationAngle(quat q);
+
+/// The axis of a unit quaternion; z for one without.
+vec3 rotationAxis(quat q);
 
 /// Scale, then rotate (radians), then translate. An order outside 0 to 5 gives zero rows and a zero row 3.
 mat4 composeMatrix(vec3 translate, vec3 rotate, int order, vec3 scale);

@@ -6,8 +6,7 @@
 #include <glm/geometric.hpp>
 #include <glm/matrix.hpp>
 
-// Quaternion products are glm's: the right factor acts first. glm's constructor of a quaternion from two vectors is the
-// rotation from the first to the second; opposite vectors make it a half turn about an axis of its own choice.
+// Quaternion products are glm's: the right factor acts first.
 namespace zent {
 namespace {
 
@@ -46,12 +45,12 @@ vec3 aim__IMPL__toParentSpace(mat4 const& parentInverse, vec3 vector_world) {
 quat IMPL__aimConstraint(mat4 parentInverse, vec3 direction, vec3 aimVector, vec3 upVector, vec3 worldUp) {
     const vec3 aim = glm::normalize(aimVector);
     const vec3 up = glm::normalize(upVector);
-    const quat swing(aim, direction);
+    const quat swing = rotationBetween(aim, direction);
     if (std::abs(std::abs(glm::dot(aim, up)) - 1.0f) < kThreshold) {
         return swing;
     }
     const vec3 worldUp_parent = aim__IMPL__toParentSpace(parentInverse, worldUp);
-    const quat twist(perpendicular(swing * up, direction), perpendicular(worldUp_parent, direction));
+    const quat twist = rotationBetween(perpendicular(swing * up, direction), perpendicular(worldUp_parent, direction));
     return twist * swing;
 }
 
@@ -86,7 +85,7 @@ vec3 aimConstraint(mat4 parentInverse, vec3 translate, vec3 pivot, vec3 pivotTra
                                                   targetParents[i], targetsA[i], targetsB[i], worldUpType,
                                                   worldUpMatrix, worldUpVector, aimVector, upVector);
     }
-    const quat aimed = glm::normalize(glm::inverse(eulerToQuat(jointOrient, kRotateXYZ)) * blend);
+    const quat aimed = normalizeOrIdentity(glm::inverse(eulerToQuat(jointOrient, kRotateXYZ)) * blend);
     // The offset of an aim constraint is in order xyz whatever the rotate order: deliberately unlike an orient
     // constraint.
     return eulerAngles(aimed * eulerToQuat(offset, kRotateXYZ), static_cast<RotateOrder>(rotateOrder));

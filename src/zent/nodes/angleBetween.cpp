@@ -1,7 +1,8 @@
 #include "zent/nodes/angleBetween.h"
 
+#include "zent/math/rotation.h"
+
 #include <glm/geometric.hpp>
-#include <glm/gtc/quaternion.hpp>
 
 #include <algorithm>
 
@@ -22,9 +23,12 @@ vec3 angleBetween__COMPUTE__axis(vec3 a, vec3 b) {
     if (glm::length(a) < kThreshold || glm::length(b) < kThreshold) {
         return noAxis;
     }
-    const quat turn(a, b);
-    const float s = 1.0f - turn.w * turn.w;
-    return s > 0.0f ? vec3(turn.x, turn.y, turn.z) / std::sqrt(s) : noAxis;
+    const quat turn = turnBetween(a, b);
+    // Divided by the length, not multiplied by its inverse: w of parallel vectors is then 1, and they have no axis.
+    const float length = std::sqrt(glm::dot(turn, turn));
+    const float w = turn.w / length;
+    const float s = 1.0f - w * w;
+    return s > 0.0f ? vec3(turn.x, turn.y, turn.z) / length / std::sqrt(s) : noAxis;
 }
 
 } // namespace zent

@@ -260,7 +260,10 @@ float IMPL__bezier_evaluate(vec2 P0, vec2 P1, vec2 P2, vec2 P3, float x) {
 
     float s = u;
     if (!isSmall(x1 - kOneThird) || !isSmall(x2 - kTwoThirds)) {
-        const auto [c0, c1, c2, c3] = IMPL__bezier_to_poly({0.0f, x1, x2, 1.0f});
+        // Not IMPL__bezier_to_poly of 0, x1, x2, 1: the cubic's formula amplifies the last bit of c3.
+        const float c1 = 3.0f * x1;
+        const float c2 = 3.0f * (x2 - 2.0f * x1);
+        const float c3 = 1.0f - 3.0f * (x2 - x1);
         if (std::abs(c3) > kThreshold) {
             const float inverse = 1.0f / c3;
             s = IMPL__solve_cubic({c2 * inverse, c1 * inverse, -u * inverse});

@@ -51,13 +51,14 @@ bool belowSignedThreshold(float weight) {
     return !(weight >= kThreshold);
 }
 
-/// Points that both sides of a difference have. The result has them, too.
+/// Points that both sides of a difference have. The result has them, too, and can be written there.
 template <class T>
 unsigned commonPoints(const T& result, const T& base, const T& target) {
     requireConsistent(base, "base");
     requireConsistent(target, "target");
     const unsigned count = std::min(pointCount(base), pointCount(target));
-    requireAtLeast("result", pointsOf(result).size(), count, "the base");
+    requireConsistent(result, "result");
+    requireAtLeast("result", indexBound(result), count, "the base");
     return count;
 }
 

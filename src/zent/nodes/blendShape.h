@@ -39,7 +39,8 @@ Surface blendShapeSurface(float envelope, Surface const& base, WeightMap weights
 
 /// Adds weight times the difference of a target and the base, over their common leading points; the weight map holds
 /// the factors by point. Nothing happens for a weight below 1e-5: by magnitude for a mesh and a curve, signed for a
-/// surface.
+/// surface. Throws std::runtime_error where a shape lacks points that its own counts speak for, or the result some of
+/// the common points.
 void IMPL_blend_target(Mesh& result, float weight, Mesh const& base, Mesh const& target, WeightMap const& factors);
 void IMPL_blend_target(Curve& result, float weight, Curve const& base, Curve const& target, WeightMap const& factors);
 void IMPL_blend_target(Surface& result, float weight, Surface const& base, Surface const& target,

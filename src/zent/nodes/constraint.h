@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zent/math/types.h"
+#include "zent/math/rotation.h"
 
 #include <cstddef>
 #include <optional>
@@ -74,12 +74,12 @@ quat blendRotations(int interpType, TargetList<float> weights, TargetRotation ro
         } else if (isWeak(weights[i])) {
             continue;
         } else if (interpType == kInterpShortest) {
-            blend = glm::slerp(blend, q, weights[i]);
+            blend = slerpStep(blend, q, weights[i]);
         } else if (interpType == kInterpNoFlip || interpType == kInterpAverage) {
             blend += weights[i] * q;
         }
     }
-    return glm::normalize(blend);
+    return normalizeOrIdentity(blend);
 }
 
 } // namespace zent

@@ -13,8 +13,7 @@
 #include <utility>
 
 // Points are row vectors in Maya's reading, "local, then parent" is glm's parent * local. Quaternion products are
-// glm's: the right factor acts first. glm's constructor of a quaternion from two vectors is the rotation from the first
-// to the second.
+// glm's: the right factor acts first.
 namespace zent {
 namespace {
 
@@ -64,7 +63,7 @@ quat bendElbow(const TwoBones& chain) {
 
 /// The turn of the whole chain that brings the bent chain's end onto the handle's line.
 quat aimEnd(const TwoBones& chain, quat bend) {
-    return quat(glm::normalize(chain.upper + bend * chain.lower), chain.handleDirection());
+    return rotationBetween(glm::normalize(chain.upper + bend * chain.lower), chain.handleDirection());
 }
 
 /// Which way the elbow points after the aim. A chain that the handle stretches straight keeps the side it bent to
@@ -85,7 +84,7 @@ quat turnToPole(const TwoBones& chain, vec3 elbow, vec3 pole) {
     if (std::abs(cosine + 1.0f) < kThreshold || glm::dot(poleSide, poleSide) < kThreshold) {
         return glm::angleAxis(glm::pi<float>(), chain.handleDirection());
     }
-    return quat(elbowSide / elbowLength, poleSide / poleLength);
+    return rotationBetween(elbowSide / elbowLength, poleSide / poleLength);
 }
 
 /// A joint's rotate after a turn in world space.
@@ -206,7 +205,7 @@ vec3 ikRPsolver1Bone(mat4 handleParent, vec3 handleTranslate, vec3 endTranslate,
     const vec3 handle = transformPoint(glm::inverse(frame), transformPoint(handleParent, handleTranslate));
     const vec3 handleDirection = glm::normalize(handle);
 
-    const quat aim(glm::normalize(bone), handleDirection);
+    const quat aim = rotationBetween(glm::normalize(bone), handleDirection);
     float angle = 0.0f;
     if (hasPole(poleVector)) {
         const vec3 pole_world = transformVector(handleParent, poleVector);

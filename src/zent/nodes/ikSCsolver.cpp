@@ -36,7 +36,7 @@ vec3 ikSCsolver(mat4 handleParent, vec3 handleTranslate, vec3 endTranslate, vec3
     const vec3 bone = endTranslate * scales[0];
     const vec3 handle_joint = transformPoint(frameInverse, transformPoint(handleParent, handleTranslate));
 
-    const quat aim(glm::normalize(bone), glm::normalize(handle_joint));
+    const quat aim = rotationBetween(glm::normalize(bone), glm::normalize(handle_joint));
     // The twist axis is the unscaled bone, deliberately, although the scaled one was aimed.
     const vec3 axis = glm::normalize(aim * endTranslate);
     const quat twist = twistAbout(axis, aim, get_orient(frameInverse * handle_world));

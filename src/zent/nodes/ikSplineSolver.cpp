@@ -7,9 +7,7 @@
 #include "zent/nodes/intersectCurveSphere.h"
 #include "zent/nodes/nearestPointOnCurve.h"
 
-#define GLM_ENABLE_EXPERIMENTAL
 #include <glm/geometric.hpp>
-#include <glm/gtx/quaternion.hpp>
 #include <glm/matrix.hpp>
 
 #include <algorithm>
@@ -77,7 +75,7 @@ struct UpControl {
             return turnTo(glm::normalize(startPosition - vec3(frame[3])));
         case kSplineUpObjectRotationBetween:
         case kSplineUpVectorBetween:
-            return glm::slerp(turnTo(startVector), turnTo(endVector), fraction);
+            return slerpStep(turnTo(startVector), turnTo(endVector), fraction);
         default:
             return {1.0f, 0.0f, 0.0f, 0.0f};
         }
@@ -170,7 +168,7 @@ SplineChain ikSplineSolver(Curve const& curve, bool rootTwist, bool twistControl
         if (boneLength >= kThreshold) {
             const vec3 target_world = walk.next(vec3(frame[3]), boneLength);
             const vec3 direction = glm::normalize(transformPoint(glm::inverse(frame), target_world));
-            rotation = glm::rotation(glm::normalize(bone), direction);
+            rotation = rotationBetweenUnits(glm::normalize(bone), direction);
             if (rootTwist || i > 0) {
                 rotation = glm::angleAxis(jointTwist, direction) * rotation;
             }

@@ -51,8 +51,8 @@ vec3 parentConstraintRotate(mat4 parentInverse, int rotateOrder, vec3 jointOrien
                                               targetRotates[i], targetOffsetRotates[i], targetRotateOrders[i],
                                               targetJointOrients[i]);
     };
-    const quat blend =
-        weights.size() == 1 ? glm::normalize(rotation(0, weights[0])) : blendRotations(interpType, weights, rotation);
+    const quat blend = weights.size() == 1 ? normalizeOrIdentity(rotation(0, weights[0]))
+                                           : blendRotations(interpType, weights, rotation);
     return eulerAngles(blend, static_cast<RotateOrder>(rotateOrder), reference);
 }
 

@@ -44,9 +44,12 @@ public:
         matrix_.makeCompressed();
         const Eigen::SparseLU<Eigen::SparseMatrix<float>, Eigen::COLAMDOrdering<int>> solver(matrix_);
         if (solver.info() == Eigen::Success) {
-            const Eigen::MatrixX3f solution = solver.solve(targets_);
-            for (Eigen::Index i = 0; i < size_; ++i) {
-                points[static_cast<std::size_t>(i)] = vec3(solution(i, 0), solution(i, 1), solution(i, 2));
+            // A coordinate at a time: the solve of a matrix of them rounds differently.
+            for (int axis = 0; axis < 3; ++axis) {
+                const Eigen::VectorXf solution = solver.solve(targets_.col(axis));
+                for (Eigen::Index i = 0; i < size_; ++i) {
+                    points[static_cast<std::size_t>(i)][axis] = solution(i);
+                }
             }
         }
         return points;

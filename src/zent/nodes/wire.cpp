@@ -3,6 +3,7 @@
 
 #include "zent/geometry/nurbs.h"
 #include "zent/math/require.h"
+#include "zent/math/rotation.h"
 
 #include <glm/geometric.hpp>
 
@@ -43,8 +44,8 @@ float twistAngle(const Curve& baseWire, const WireTable& parameters, const WireT
 /// `rotation` times the rotation from the base wire's tangent to the deformed wire's. The derivatives are world-space
 /// as they come: no curve's matrix is applied again.
 quat tangentRotation(const Curve& baseWire, const Curve& deformedWire, float u, float rotation) {
-    const quat turn(glm::normalize(baseWire.dPdU(u)), glm::normalize(deformedWire.dPdU(u)));
-    return glm::angleAxis(glm::angle(turn) * rotation, glm::axis(turn));
+    const quat turn = rotationBetween(glm::normalize(baseWire.dPdU(u)), glm::normalize(deformedWire.dPdU(u)));
+    return glm::angleAxis(rotationAngle(turn) * rotation, rotationAxis(turn));
 }
 
 /// An offset from the wire, taken apart along a frame, each axis then turned.
