@@ -5,7 +5,7 @@ namespace scene {
 namespace {
 
 template <class T, class Shape>
-std::shared_ptr<T> newGeometry(const Shape& shape) {
+std::shared_ptr<T> geometryOf(const Shape& shape) {
     auto data = std::make_shared<T>();
     data->type = T::kType;
     const zent::mat4 matrix = zent::matrixOf(shape);
@@ -34,7 +34,7 @@ MDoubleArray widened(const std::vector<float>& values) {
 } // namespace
 
 std::shared_ptr<Object> fromBlock(const zent::Mesh& mesh) {
-    auto data = newGeometry<MeshData>(mesh);
+    auto data = geometryOf<MeshData>(mesh);
     for (const zent::vec3& point : mesh.points) {
         data->points->append({point.x, point.y, point.z});
     }
@@ -42,7 +42,7 @@ std::shared_ptr<Object> fromBlock(const zent::Mesh& mesh) {
 }
 
 std::shared_ptr<Object> fromBlock(const zent::Curve& curve) {
-    auto data = newGeometry<CurveData>(curve);
+    auto data = geometryOf<CurveData>(curve);
     data->degree = static_cast<int>(curve.degree);
     data->form = static_cast<int>(curve.form);
     data->points = widened(curve.cv);
@@ -51,7 +51,7 @@ std::shared_ptr<Object> fromBlock(const zent::Curve& curve) {
 }
 
 std::shared_ptr<Object> fromBlock(const zent::Surface& surface) {
-    auto data = newGeometry<SurfaceData>(surface);
+    auto data = geometryOf<SurfaceData>(surface);
     data->degree = {static_cast<int>(surface.degreeU), static_cast<int>(surface.degreeV)};
     data->form = {static_cast<int>(surface.formU), static_cast<int>(surface.formV)};
     data->points = widened(surface.cv);
@@ -61,7 +61,7 @@ std::shared_ptr<Object> fromBlock(const zent::Surface& surface) {
 
 std::shared_ptr<Object> fromBlock(const zent::Lattice& lattice) {
     zent::requireAddressable(lattice, "lattice");
-    auto data = newGeometry<LatticeData>(lattice);
+    auto data = geometryOf<LatticeData>(lattice);
     data->divisions = {lattice.s, lattice.t, lattice.u};
     data->points = widened(lattice.points);
     return data;

@@ -40,10 +40,6 @@ std::string toStd(const MString& text) {
     return std::string(text.asChar(), text.length());
 }
 
-MString toMaya(const std::string& text) {
-    return MString(text.c_str(), static_cast<int>(text.size()));
-}
-
 /// Parsing from one buffer takes half the time of parsing from the stream.
 json parseManifest(std::ifstream& file) {
     std::string text;

@@ -76,10 +76,6 @@ std::vector<vec3> narrowPoints(const Array& points) {
     return list;
 }
 
-MString toMaya(const std::string& text) {
-    return MString(text.c_str(), static_cast<int>(text.size()));
-}
-
 int attributeType(const MPlug& plug) {
     return static_cast<int>(plug.attribute().apiType());
 }
@@ -162,6 +158,10 @@ mat4 geometryMatrix(const MDataHandle& handle) {
 } // namespace
 
 std::string namescope;
+
+MString toMaya(const std::string& text) {
+    return MString(text.c_str(), static_cast<int>(text.size()));
+}
 
 MPlug selectPlug(std::string name) {
     name = inNamespace(std::move(name));

@@ -10,11 +10,14 @@
 #include <maya/MIntArray.h>
 #include <maya/MPlug.h>
 #include <maya/MPointArray.h>
+#include <maya/MString.h>
 
 #include <string>
 #include <vector>
 
 namespace zent {
+
+MString toMaya(const std::string& text);
 
 /// The namespace that plug look-ups are prefixed with, from the command's flag; empty for none.
 extern std::string namescope;
