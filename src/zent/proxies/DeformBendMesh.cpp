@@ -13,25 +13,23 @@ public:
     MethodInfo info() const { return deformerInfo(argumentsOf<deformBendMesh>()); }
 
 private:
-    float envelope = 0.0f;
-    mat4 handle{1.0f};
-    float curvature = 0.0f;
-    float lowBound = 0.0f;
-    float highBound = 0.0f;
+    PointBend bend;
 };
 
 void ProxyDeformBendMesh::init(const Arguments& args, const std::vector<Port>& ports) {
     ProxyDeformer<Mesh>::init(args, ports);
     readInput(args, 0);
-    envelope = read<float>(args, 1);
-    handle = read<mat4>(args, 2);
-    curvature = read<float>(args, 3);
-    lowBound = read<float>(args, 4);
-    highBound = read<float>(args, 5);
+    const float envelope = read<float>(args, 1);
+    const mat4 handle = read<mat4>(args, 2);
+    const float curvature = read<float>(args, 3);
+    const float lowBound = read<float>(args, 4);
+    const float highBound = read<float>(args, 5);
+    const auto shape = onePointShape<Mesh>(vec3(0.0f), matrixOf(input)); // its inverse is a point's
+    bend = PointBend(matrixOf(shape), inverseMatrixOf(shape), envelope, handle, curvature, lowBound, highBound);
 }
 
 void ProxyDeformBendMesh::deform(Mesh& point, unsigned int /*index*/) const {
-    deformBendMesh(point, envelope, handle, curvature, lowBound, highBound);
+    point.points[0] = bend(point.points[0]);
 }
 
 template Method method<ProxyDeformBendMesh>();

@@ -17,22 +17,20 @@ public:
 private:
     void split_attributes(const std::vector<unsigned int>& indices);
 
-    float envelope = 0.0f;
-    mat4 handle{1.0f};
-    float curvature = 0.0f;
-    float lowBound = 0.0f;
-    float highBound = 0.0f;
+    PointBend bend;
     std::vector<char> listed; ///< by point
 };
 
 void ProxyDeformBendPartialMesh::init(const Arguments& args, const std::vector<Port>& ports) {
     ProxyDeformer<Mesh>::init(args, ports);
     readInput(args, 0);
-    envelope = read<float>(args, 1);
-    handle = read<mat4>(args, 3);
-    curvature = read<float>(args, 4);
-    lowBound = read<float>(args, 5);
-    highBound = read<float>(args, 6);
+    const float envelope = read<float>(args, 1);
+    const mat4 handle = read<mat4>(args, 3);
+    const float curvature = read<float>(args, 4);
+    const float lowBound = read<float>(args, 5);
+    const float highBound = read<float>(args, 6);
+    const auto shape = onePointShape<Mesh>(vec3(0.0f), matrixOf(input)); // its inverse is a point's
+    bend = PointBend(matrixOf(shape), inverseMatrixOf(shape), envelope, handle, curvature, lowBound, highBound);
     split_attributes(read<std::vector<unsigned int>>(args, 2));
 }
 
@@ -45,11 +43,9 @@ void ProxyDeformBendPartialMesh::split_attributes(const std::vector<unsigned int
 }
 
 void ProxyDeformBendPartialMesh::deform(Mesh& point, unsigned int index) const {
-    std::vector<unsigned int> indices;
     if (listed[index] != 0) {
-        indices.push_back(0u);
+        point.points[0] = bend(point.points[0]);
     }
-    deformBendPartialMesh(point, envelope, std::move(indices), handle, curvature, lowBound, highBound);
 }
 
 template Method method<ProxyDeformBendPartialMesh>();
