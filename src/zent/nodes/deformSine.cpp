@@ -8,6 +8,27 @@
 
 namespace zent {
 
+PointSine::PointSine(mat4 const& objectToWorld, mat4 const& worldToObject, float envelope, mat4 const& handle,
+                     float wavelength, float amplitude, float offset, float lowBound, float highBound)
+    : moves_(envelope >= kThreshold && wavelength >= kThreshold), amplitude_(envelope * amplitude), offset_(offset),
+      lowBound_(lowBound), highBound_(highBound), frequency_(1.0 / static_cast<double>(wavelength * 0.5f)) {
+    if (moves_) {
+        toHandle_ = glm::inverse(handle) * objectToWorld;
+        fromHandle_ = worldToObject * handle;
+    }
+}
+
+vec3 PointSine::operator()(vec3 point) const {
+    if (!moves_) {
+        return point;
+    }
+    vec3 point_handle = transformPoint(toHandle_, point);
+    const float height = point_handle.y < lowBound_ ? lowBound_ : std::min(point_handle.y, highBound_);
+    const auto phase = static_cast<float>(static_cast<double>(height + offset_) * kPi * frequency_);
+    point_handle.x += amplitude_ * std::sin(phase);
+    return transformPoint(fromHandle_, point_handle);
+}
+
 template <class T>
 T& deformSine(T& geometry, float envelope, mat4 handle, float wavelength, float amplitude, float offset, float lowBound,
               float highBound) {
@@ -15,18 +36,11 @@ T& deformSine(T& geometry, float envelope, mat4 handle, float wavelength, float 
         return geometry;
     }
     requireConsistent(geometry, "geometry");
-    const float scaledAmplitude = envelope * amplitude;
-    const double frequency = 1.0 / static_cast<double>(wavelength * 0.5f);
-    const mat4 toHandle = glm::inverse(handle) * matrixOf(geometry);
-    const mat4 fromHandle = inverseMatrixOf(geometry) * handle;
-
+    const PointSine moved(matrixOf(geometry), inverseMatrixOf(geometry), envelope, handle, wavelength, amplitude,
+                          offset, lowBound, highBound);
     const unsigned count = pointCount(geometry);
     for (unsigned i = 0; i < count; ++i) {
-        vec3 point_handle = transformPoint(toHandle, pointsOf(geometry)[i]);
-        const float height = point_handle.y < lowBound ? lowBound : std::min(point_handle.y, highBound);
-        const auto phase = static_cast<float>(static_cast<double>(height + offset) * kPi * frequency);
-        point_handle.x += scaledAmplitude * std::sin(phase);
-        writePoint(geometry, i, transformPoint(fromHandle, point_handle));
+        writePoint(geometry, i, moved(pointsOf(geometry)[i]));
     }
     return geometry;
 }

@@ -14,31 +14,28 @@ public:
     MethodInfo info() const { return this->deformerInfo(argumentsOf<deformSine<T>>()); }
 
 private:
-    float envelope = 0.0f;
-    mat4 handle{1.0f};
-    float wavelength = 0.0f;
-    float amplitude = 0.0f;
-    float offset = 0.0f;
-    float lowBound = 0.0f;
-    float highBound = 0.0f;
+    PointSine sine;
 };
 
 template <class T>
 void ProxyDeformSine<T>::init(const Arguments& args, const std::vector<Port>& ports) {
     ProxyDeformer<T>::init(args, ports);
     this->readInput(args, 0);
-    envelope = read<float>(args, 1);
-    handle = read<mat4>(args, 2);
-    wavelength = read<float>(args, 3);
-    amplitude = read<float>(args, 4);
-    offset = read<float>(args, 5);
-    lowBound = read<float>(args, 6);
-    highBound = read<float>(args, 7);
+    const auto envelope = read<float>(args, 1);
+    const auto handle = read<mat4>(args, 2);
+    const auto wavelength = read<float>(args, 3);
+    const auto amplitude = read<float>(args, 4);
+    const auto offset = read<float>(args, 5);
+    const auto lowBound = read<float>(args, 6);
+    const auto highBound = read<float>(args, 7);
+    const auto shape = onePointShape<T>(vec3(0.0f), matrixOf(this->input)); // its inverse is a point's
+    sine = PointSine(matrixOf(shape), inverseMatrixOf(shape), envelope, handle, wavelength, amplitude, offset, lowBound,
+                     highBound);
 }
 
 template <class T>
 void ProxyDeformSine<T>::deform(T& point, unsigned int /*index*/) const {
-    deformSine<T>(point, envelope, handle, wavelength, amplitude, offset, lowBound, highBound);
+    pointsOf(point)[0] = sine(pointsOf(point)[0]);
 }
 
 template Method method<ProxyDeformSine<Curve>>();
