@@ -9,6 +9,7 @@
 #include "zent/expression/VM.h"
 #include "zent/proxies/Plain.h"
 #include "zent/proxies/Registry.h"
+#include "zent/values/Port.h"
 #include "zent/values/resource.h"
 
 #include <maya/MFnPlugin.h>

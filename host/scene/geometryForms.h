@@ -16,4 +16,16 @@ std::shared_ptr<Object> readGeometryForm(const Slot& slot, const Json& value);
 template <class T>
 std::shared_ptr<const Object> withTopology(const Slot& slot, std::shared_ptr<const Object> geometry, const Json& value);
 
+template <>
+std::shared_ptr<Object> readGeometryForm<MeshData>(const Slot& slot, const Json& value);
+template <>
+std::shared_ptr<Object> readGeometryForm<CurveData>(const Slot& slot, const Json& value);
+template <>
+std::shared_ptr<Object> readGeometryForm<SurfaceData>(const Slot& slot, const Json& value);
+template <>
+std::shared_ptr<Object> readGeometryForm<LatticeData>(const Slot& slot, const Json& value);
+template <>
+std::shared_ptr<const Object> withTopology<MeshData>(const Slot& slot, std::shared_ptr<const Object> geometry,
+                                                     const Json& value);
+
 } // namespace scene
