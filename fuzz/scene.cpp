@@ -8,6 +8,19 @@
 #include "zent/values/resource.h"
 #include "zent/values/Select.h"
 
+#include <maya/MAnimControl.h>
+#include <maya/MFnAttribute.h>
+#include <maya/MFnComponentListData.h>
+#include <maya/MFnDagNode.h>
+#include <maya/MFnDoubleIndexedComponent.h>
+#include <maya/MFnMesh.h>
+#include <maya/MFnPointArrayData.h>
+#include <maya/MFnSingleIndexedComponent.h>
+#include <maya/MFnTripleIndexedComponent.h>
+#include <maya/MItDependencyNodes.h>
+#include <maya/MPlugArray.h>
+
+#include <cstdlib>
 #include <exception>
 
 namespace {
@@ -98,6 +111,71 @@ void readAsEachType(const std::string& name) {
     allowed([&] { element.get<zent::Lattice>(); });
 }
 
+/// A list as long as the file could never tell has no end worth waiting for.
+template <class List>
+bool isShort(const List& list) {
+    return list.length() < 1000;
+}
+
+void walkData(const MPlug& plug) {
+    const MObject data = plug.asMObject();
+    MPointArray points;
+    MFnPointArrayData(data).copyTo(points);
+    const MFnComponentListData list(data);
+    for (unsigned int i = 0; i < list.length(); ++i) {
+        MIntArray u;
+        MIntArray v;
+        MIntArray w;
+        if (MFnComponent(list[i]).elementCount() < 1000) {
+            MFnSingleIndexedComponent(list[i]).getElements(u);
+            MFnDoubleIndexedComponent(list[i]).getElements(u, v);
+            MFnTripleIndexedComponent(list[i]).getElements(u, v, w);
+        }
+    }
+    const MFnMesh mesh(data);
+    int2 edge = {};
+    mesh.getEdgeVertices(mesh.numEdges() - 1, edge);
+}
+
+/// Steps over the whole scene as a tool does: nodes, connections both ways, children and elements.
+void walk() {
+    int left = 2000; // plugs
+    for (MItDependencyNodes it; !it.isDone() && left > 0; it.next()) {
+        const MFnDagNode node(it.thisNode());
+        node.typeName();
+        if (it.thisNode().hasFn(MFn::kDagNode)) {
+            MDagPath path;
+            node.getPath(path);
+            if (path.length() < 50 &&
+                zent::selectPlug(std::string(path.partialPathName().asChar()) + ".message").node() != it.thisNode()) {
+                std::abort(); // the shortest path of a node is its own
+            }
+            while (path.pop()) {
+            }
+        }
+        MPlugArray plugs;
+        node.getConnections(plugs);
+        for (unsigned int i = 0; i < node.attributeCount(); ++i) {
+            plugs.append(node.findPlug(MFnAttribute(node.attribute(i)).name(), true));
+        }
+        for (unsigned int i = 0; i < plugs.length() && --left > 0; ++i) {
+            const MPlug plug = plugs[i];
+            MPlugArray ends;
+            plug.destinations(ends);
+            plug.source();
+            walkData(plug);
+            MIntArray indices;
+            plug.getExistingArrayAttributeIndices(indices);
+            for (unsigned int e = 0; e < plug.numElements() && isShort(plugs); ++e) {
+                plugs.append(plug.elementByPhysicalIndex(e));
+            }
+            for (unsigned int c = 0; c < plug.numChildren() && isShort(plugs); ++c) {
+                plugs.append(plug.child(c));
+            }
+        }
+    }
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -119,15 +197,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         for (const std::string& name : names.list()) {
             readAsEachType(name);
         }
+        MAnimControl::setCurrentTime(MTime(MAnimControl::currentTime().as(MTime::kFilm) + 1.0));
+        walk();
     }
     scene::Scene::current().clear();
     return 0;
 }
 
 extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t room, unsigned seed) {
-    static const std::vector<std::string> kWords{"n",       "n.a",     "|a|b",     "|a|b.c",   "a[1]",     "a.b",
-                                                 "degrees", "radians", "film",     "hours",    "open",     "closed",
-                                                 "x:y",     "|",       "periodic", "|x:a|x:b", "ntscField"};
+    static const std::vector<std::string> kWords{
+        "n",         "n.a",    "|a|b",       "|a|b.c", "a[1]",    "a.b",      "degrees",        "radians",
+        "film",      "hours",  "open",       "closed", "x:y",     "|",        "periodic",       "|x:a|x:b",
+        "ntscField", "type",   ".type",      "time",   "outTime", "vtx[0:2]", "unitConversion", "n.message",
+        "input",     "output", "pt[*][*][*]"};
     fuzz::Random random(seed);
     std::vector<std::string> files = fuzz::split(data, size, kParts);
     const auto kind = random() % 16;

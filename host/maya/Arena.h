@@ -15,6 +15,7 @@ public:
         }
         return chunks_.back().emplace_back();
     }
+    const T& operator[](std::size_t i) const { return chunks_[i / kChunk][i % kChunk]; }
     std::size_t size() const { return chunks_.empty() ? 0 : (chunks_.size() - 1) * kChunk + chunks_.back().size(); }
     void clear() { chunks_.clear(); }
 

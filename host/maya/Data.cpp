@@ -1,5 +1,8 @@
 #include "Data.h"
 
+#include <algorithm>
+#include <set>
+
 namespace scene {
 
 void Lists::copyTo(std::size_t i, MIntArray& list) const {
@@ -7,6 +10,24 @@ void Lists::copyTo(std::size_t i, MIntArray& list) const {
     for (unsigned int position = 0; position < list.length(); ++position) {
         list[position] = at(i, position);
     }
+}
+
+int Component::count() const {
+    int product = isComplete ? 0 : 1;
+    for (std::size_t i = 0; i < directions; ++i) {
+        product *= ranges[i].last - ranges[i].first + 1;
+    }
+    return product;
+}
+
+std::array<int, 3> Component::at(int position) const {
+    std::array<int, 3> indices{};
+    for (std::size_t i = directions; i-- > 0;) {
+        const int length = ranges[i].last - ranges[i].first + 1;
+        indices[i] = ranges[i].first + position % length;
+        position /= length;
+    }
+    return indices;
 }
 
 const Lists& MeshData::vertexFaces() const {
@@ -37,6 +58,24 @@ const Lists& MeshData::vertexFaces() const {
     eachCorner(
         [&](std::size_t vertex, std::size_t face) { vertexFaces_.values[next[vertex]++] = static_cast<int>(face); });
     return vertexFaces_;
+}
+
+const std::vector<std::array<int, 2>>& MeshData::edges() const {
+    if (!edges_.empty()) {
+        return edges_;
+    }
+    std::set<std::array<int, 2>> known;
+    for (std::size_t face = 0; face < polygons.size(); ++face) {
+        const std::size_t corners = polygons.length(face);
+        for (std::size_t i = 0; i < corners; ++i) {
+            const int from = polygons.at(face, i);
+            const int to = polygons.at(face, (i + 1) % corners);
+            if (known.insert({std::min(from, to), std::max(from, to)}).second) {
+                edges_.push_back({from, to});
+            }
+        }
+    }
+    return edges_;
 }
 
 const UvSet* MeshData::uvSet(const std::string* name) const {

@@ -41,6 +41,32 @@ struct MatrixData : Object {
     MFloatMatrix narrowed;
 };
 
+struct PointArrayData : Object {
+    static constexpr MFn::Type kType = MFn::kPointArrayData;
+    MPointArray points;
+};
+
+/// Components of one kind, such as "vtx[0:7]": a block of indices in one to three directions, or all there are.
+struct Component : Object {
+    struct Range {
+        int first = 0;
+        int last = 0; ///< included
+    };
+    std::array<Range, 3> ranges{};
+    std::size_t directions = 1;
+    bool isComplete = false;
+
+    /// How many components it lists; none where it is complete.
+    int count() const;
+    /// The indices of component `position`, in the order in which the last direction runs fastest.
+    std::array<int, 3> at(int position) const;
+};
+
+struct ComponentListData : Object {
+    static constexpr MFn::Type kType = MFn::kComponentListData;
+    std::vector<Component> components;
+};
+
 struct GeometryData : Object {
     MMatrix transform; ///< from the geometry's own space to world space
 };
@@ -71,11 +97,15 @@ struct MeshData : GeometryData {
 
     /// The polygons that touch each vertex, made at first need.
     const Lists& vertexFaces() const;
+    /// The two vertices of each edge, made at first need: edges are numbered as the walk around the polygons meets
+    /// them.
+    const std::vector<std::array<int, 2>>& edges() const;
     /// The UV set of a name, the first one for none; null if there is no such set.
     const UvSet* uvSet(const std::string* name) const;
 
 private:
     mutable Lists vertexFaces_;
+    mutable std::vector<std::array<int, 2>> edges_;
 };
 
 struct CurveData : GeometryData {

@@ -1,7 +1,15 @@
 #include <maya/MDagPath.h>
 
-#include "Node.h"
+#include "Scene.h"
 #include "setStatus.h"
+
+namespace {
+
+const scene::Node* asNode(const MObject& object) {
+    return static_cast<const scene::Node*>(object.object());
+}
+
+} // namespace
 
 MStatus MDagPath::getAPathTo(const MObject& node, MDagPath& path) {
     if (node.apiType() != MFn::kDagNode) {
@@ -18,6 +26,53 @@ MObject MDagPath::node(MStatus* status) const {
 }
 
 MString MDagPath::fullPathName(MStatus* status) const {
-    return setStatus(status, isValid()) ? MString(static_cast<const scene::Node*>(node_.object())->path().c_str())
-                                        : MString();
+    return setStatus(status, isValid()) ? MString(asNode(node_)->path().c_str()) : MString();
+}
+
+MString MDagPath::partialPathName(MStatus* status) const {
+    if (!setStatus(status, isValid())) {
+        return {};
+    }
+    const scene::Node* node = asNode(node_);
+    std::string path = node->name;
+    while (scene::Scene::current().findNode(path) != asNode(node_) && node->parent != nullptr) {
+        node = node->parent;
+        path = node->name + "|" + path;
+    }
+    return MString((scene::Scene::current().findNode(path) == asNode(node_) ? path : "|" + path).c_str());
+}
+
+unsigned int MDagPath::length(MStatus* status) const {
+    unsigned int length = 0;
+    for (const scene::Node* node = asNode(node_); node != nullptr; node = node->parent) {
+        ++length;
+    }
+    setStatus(status, length > 0);
+    return length;
+}
+
+unsigned int MDagPath::childCount(MStatus* status) const {
+    return setStatus(status, isValid()) ? static_cast<unsigned int>(asNode(node_)->children.size()) : 0;
+}
+
+MObject MDagPath::child(unsigned int index, MStatus* status) const {
+    return setStatus(status, index < childCount()) ? MObject(asNode(node_)->children[index]) : MObject::kNullObj;
+}
+
+MStatus MDagPath::pop(unsigned int count) {
+    if (count > length()) {
+        return MStatus::kFailure;
+    }
+    for (; count > 0; --count) {
+        node_ = MObject(asNode(node_)->parent);
+    }
+    return MStatus::kSuccess;
+}
+
+MStatus MDagPath::push(const MObject& child) {
+    if (!isValid() || child.apiType() != MFn::kDagNode || asNode(child)->parent != asNode(node_)) {
+        return MStatus::kInvalidParameter;
+    }
+    node_ = child;
+    return MStatus::kSuccess;
 }

@@ -90,3 +90,30 @@ MStatus MFnMesh::getUV(int uv, float& u, float& v, const MString* uvSet) const {
     v = set->uvs[static_cast<std::size_t>(uv)][1];
     return MStatus::kSuccess;
 }
+
+int MFnMesh::numEdges(MStatus* status) const {
+    const auto* mesh = scene::as<MeshData>(object_);
+    return setStatus(status, mesh != nullptr) ? static_cast<int>(mesh->edges().size()) : 0;
+}
+
+MStatus MFnMesh::getEdgeVertices(int edge, int2& vertices) const {
+    const auto* mesh = scene::as<MeshData>(object_);
+    if (mesh == nullptr || !isBelow(edge, mesh->edges().size())) {
+        return MStatus::kFailure;
+    }
+    vertices[0] = mesh->edges()[static_cast<std::size_t>(edge)][0];
+    vertices[1] = mesh->edges()[static_cast<std::size_t>(edge)][1];
+    return MStatus::kSuccess;
+}
+
+MStatus MFnMesh::getUVSetNames(MStringArray& names) const {
+    const auto* mesh = scene::as<MeshData>(object_);
+    if (mesh == nullptr) {
+        return MStatus::kFailure;
+    }
+    names.clear();
+    for (const auto& [name, set] : mesh->uvSets) {
+        names.append(MString(name.c_str()));
+    }
+    return MStatus::kSuccess;
+}

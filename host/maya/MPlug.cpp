@@ -1,10 +1,14 @@
 #include <maya/MPlug.h>
+#include <maya/MPlugArray.h>
 
 #include "Scene.h"
 #include "setStatus.h"
 
 #include <limits>
+#include <unordered_set>
+#include <vector>
 
+using scene::Scene;
 using scene::Slot;
 
 namespace {
@@ -26,6 +30,16 @@ MObject dataOf(const Slot* slot, MStatus* status) {
         return MObject::kNullObj;
     }
     return MObject(value->data.get());
+}
+
+constexpr const char* kIn = "input";
+constexpr const char* kOut = "output";
+
+/// Whether a plug is one of the two ends of a node that only turns one unit into another.
+bool isOfConversion(const Slot& slot, const char* end) {
+    const std::string& type = slot.node->typeName;
+    return slot.name == end &&
+           (type == "unitConversion" || type == "timeToUnitConversion" || type == "unitToTimeConversion");
 }
 
 MPlug found(Slot* slot, MStatus* status) {
@@ -67,8 +81,96 @@ MObject MPlug::attribute(MStatus* status) const {
     return setStatus(status, slot_ != nullptr) ? MObject(slot_) : MObject::kNullObj;
 }
 
+bool MPlug::isSource(MStatus* status) const {
+    return setStatus(status, slot_ != nullptr) && !Scene::current().destinations(*slot_).empty();
+}
+
+bool MPlug::isConnected(MStatus* status) const {
+    return isDestination(status) || isSource(status);
+}
+
 MPlug MPlug::source(MStatus* status) const {
+    if (!setStatus(status, slot_ != nullptr)) {
+        return {};
+    }
+    Slot* source = slot_->source;
+    std::unordered_set<const Slot*> passed;
+    while (source != nullptr && passed.insert(source).second && isOfConversion(*source, kOut)) {
+        const Slot* input = source->node->attribute(kIn);
+        if (input == nullptr || input->source == nullptr) {
+            break;
+        }
+        source = input->source;
+    }
+    return MPlug(source);
+}
+
+MPlug MPlug::sourceWithConversion(MStatus* status) const {
     return setStatus(status, slot_ != nullptr) ? MPlug(slot_->source) : MPlug();
+}
+
+bool MPlug::destinations(MPlugArray& plugs, MStatus* status) const {
+    plugs.clear();
+    if (!setStatus(status, slot_ != nullptr)) {
+        return false;
+    }
+    std::unordered_set<const Slot*> passed;
+    std::vector<const Slot*> open{slot_};
+    while (!open.empty()) {
+        const Slot* source = open.back();
+        open.pop_back();
+        for (Slot* destination : Scene::current().destinations(*source)) {
+            const Slot* beyond = isOfConversion(*destination, kIn) ? destination->node->attribute(kOut) : nullptr;
+            if (beyond == nullptr || !MPlug(destination->node->attribute(kOut)).isSource()) {
+                plugs.append(MPlug(destination));
+            } else if (passed.insert(beyond).second) {
+                open.push_back(beyond);
+            }
+        }
+    }
+    return plugs.length() > 0;
+}
+
+bool MPlug::destinationsWithConversions(MPlugArray& plugs, MStatus* status) const {
+    return connectedTo(plugs, false, true, status);
+}
+
+bool MPlug::connectedTo(MPlugArray& plugs, bool asDestination, bool asSource, MStatus* status) const {
+    plugs.clear();
+    if (!setStatus(status, slot_ != nullptr)) {
+        return false;
+    }
+    if (asDestination && slot_->source != nullptr) {
+        plugs.append(MPlug(slot_->source));
+    }
+    if (asSource) {
+        for (Slot* destination : Scene::current().destinations(*slot_)) {
+            plugs.append(MPlug(destination));
+        }
+    }
+    return plugs.length() > 0;
+}
+
+MPlug MPlug::parent(MStatus* status) const {
+    return found(isChild() ? slot_->parent : nullptr, status);
+}
+
+MPlug MPlug::array(MStatus* status) const {
+    return found(isElement() ? slot_->parent : nullptr, status);
+}
+
+unsigned int MPlug::getExistingArrayAttributeIndices(MIntArray& indices, MStatus* status) const {
+    indices.clear();
+    if (setStatus(status, isArray())) {
+        for (const Slot* element : slot_->children) {
+            indices.append(static_cast<int>(element->logicalIndex));
+        }
+    }
+    return indices.length();
+}
+
+MPlug MPlug::elementByPhysicalIndex(unsigned int position, MStatus* status) const {
+    return found(position < numElements() ? slot_->children[position] : nullptr, status);
 }
 
 unsigned int MPlug::numChildren(MStatus* status) const {

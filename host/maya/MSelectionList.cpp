@@ -31,3 +31,11 @@ MStatus MSelectionList::clear() {
 MStatus MGlobal::getSelectionListByName(const MString& name, MSelectionList& list) {
     return list.add(MObject(scene::Scene::current().findNode({name.asChar(), name.length()})));
 }
+
+MStatus MGlobal::getActiveSelectionList(MSelectionList& list, bool) {
+    list.clear();
+    for (const scene::Node* node : scene::Scene::current().selection()) {
+        list.add(MObject(node));
+    }
+    return MStatus::kSuccess;
+}

@@ -5,6 +5,7 @@ namespace scene {
 namespace {
 
 constexpr int kFewNames = 16;
+constexpr std::string_view kMessage = "message";
 
 /// Takes the attributes and what lies below compounds off `left`; false where they are more.
 bool areFew(const std::vector<Slot*>& slots, int& left) {
@@ -16,7 +17,8 @@ bool areFew(const std::vector<Slot*>& slots, int& left) {
     return true;
 }
 
-/// Visits the names of attributes and of what lies below compounds; the first of a name is the one that has it.
+/// Visits the names of attributes, and then those of what lies below compounds; the first of a name is the one that has
+/// it.
 template <class Visit>
 void eachName(const std::vector<Slot*>& slots, Visit&& visit) {
     for (Slot* slot : slots) {
@@ -28,6 +30,8 @@ void eachName(const std::vector<Slot*>& slots, Visit&& visit) {
                 }
             }
         }
+    }
+    for (const Slot* slot : slots) {
         if (slot->kind == Slot::Kind::compound) {
             eachName(slot->children, visit);
         }
@@ -36,11 +40,23 @@ void eachName(const std::vector<Slot*>& slots, Visit&& visit) {
 
 } // namespace
 
+Node::Node() {
+    message.type = MFn::kMessageAttribute;
+    message.kind = Slot::Kind::message;
+    message.node = this;
+    message.name = kMessage;
+}
+
 std::string Node::path() const {
     return isDag() ? (parent == nullptr ? "" : parent->path()) + "|" + name : name;
 }
 
 Slot* Node::attribute(std::string_view attributeName) const {
+    Slot* found = listedAttribute(attributeName);
+    return found == nullptr && attributeName == kMessage ? &message : found;
+}
+
+Slot* Node::listedAttribute(std::string_view attributeName) const {
     int left = kFewNames;
     if (index_ == nullptr && areFew(attributes, left)) {
         Slot* found = nullptr;

@@ -76,6 +76,17 @@ bool areAlike(const Slot& a, const Slot& b) {
     return a.dataType == b.dataType;
 }
 
+/// Puts an element at its place among the others, which is most often the end.
+void insertElement(Slot& multi, Slot& element) {
+    std::vector<Slot*>& elements = multi.children;
+    auto place = elements.end();
+    if (!elements.empty() && elements.back()->logicalIndex >= element.logicalIndex) {
+        place = std::lower_bound(elements.begin(), elements.end(), element.logicalIndex,
+                                 [](const Slot* other, unsigned int i) { return other->logicalIndex < i; });
+    }
+    elements.insert(place, &element);
+}
+
 } // namespace
 
 Scene& Scene::current() {
@@ -179,16 +190,12 @@ Slot& Scene::newElement(Slot& multi, unsigned int index) {
 }
 
 Slot& Scene::addElement(Slot& multi, unsigned int index) {
-    std::vector<Slot*>& elements = multi.children;
-    auto place = elements.end();
-    if (!elements.empty() && elements.back()->logicalIndex >= index) {
-        place = std::lower_bound(elements.begin(), elements.end(), index,
-                                 [](const Slot* element, unsigned int i) { return element->logicalIndex < i; });
-        if ((*place)->logicalIndex == index) {
-            fail(fullName(multi) + ": there are two elements " + std::to_string(index));
-        }
+    if ((multi.children.empty() || multi.children.back()->logicalIndex >= index) && existingElement(multi, index)) {
+        fail(fullName(multi) + ": there are two elements " + std::to_string(index));
     }
-    return **elements.insert(place, &newElement(multi, index));
+    Slot& added = newElement(multi, index);
+    insertElement(multi, added);
+    return added;
 }
 
 Slot& Scene::addPrototype(Slot& multi) {
@@ -212,20 +219,49 @@ void Scene::copyShape(const Slot& from, Slot& to) {
     }
 }
 
+void Scene::requireRoom(const Slot& slot) const {
+    if (copies_ > kMostCopies) {
+        fail(fullName(slot) + ": there are more than " + std::to_string(kMostCopies) +
+             " plugs of elements that the scene does not list");
+    }
+}
+
 Slot& Scene::element(Slot& multi, unsigned int index) {
     if (Slot* existing = existingElement(multi, index)) {
         return *existing;
     }
-    if (copies_ > kMostCopies) {
-        fail(fullName(multi) + ": there are more than " + std::to_string(kMostCopies) +
-             " plugs of elements that the scene does not list");
+    const auto known = unlisted_.find({&multi, index});
+    if (known != unlisted_.end()) {
+        return *known->second;
     }
+    requireRoom(multi);
     const Slot* model = multi.children.empty() ? multi.prototype : multi.children.front();
-    Slot& added = addElement(multi, index);
+    Slot& added = newElement(multi, index);
+    unlisted_.emplace(std::pair(&multi, index), &added);
     if (model != nullptr) {
         copyShape(*model, added);
     }
     return added;
+}
+
+const Slot& Scene::blank(const Slot& like) {
+    Slot*& blank = blanks_[&like];
+    if (blank == nullptr) {
+        requireRoom(like);
+        blank = &newSlot(*like.node, nullptr, like.name);
+        copyShape(like, *blank);
+    }
+    return *blank;
+}
+
+/// Gives the multis above a plug the elements that it lies in.
+void Scene::list(Slot& slot) {
+    for (Slot* level = &slot; level != nullptr; level = level->parent) {
+        if (level->isElement && existingElement(*level->parent, level->logicalIndex) == nullptr) {
+            insertElement(*level->parent, *level);
+            unlisted_.erase({level->parent, level->logicalIndex});
+        }
+    }
 }
 
 void Scene::connect(Slot& source, Slot& destination) {
@@ -236,8 +272,27 @@ void Scene::connect(Slot& source, Slot& destination) {
     if (!areAlike(source, destination)) {
         fail("plug " + fullName(source) + " cannot feed " + fullName(destination) + ": they are of different kinds");
     }
+    list(source);
+    list(destination);
     destination.source = &source;
     destinations_.push_back(&destination);
+    destinationsOf_[&source].push_back(&destination);
+}
+
+const std::vector<Slot*>& Scene::destinations(const Slot& source) const {
+    static const std::vector<Slot*> kNone;
+    const auto found = destinationsOf_.find(&source);
+    return found == destinationsOf_.end() ? kNone : found->second;
+}
+
+void Scene::setTime(const MTime& time) {
+    time_ = time;
+    for (std::size_t i = 0; i < nodes_.size(); ++i) {
+        Slot* clock = nodes_[i].typeName == "time" ? nodes_[i].attribute("outTime") : nullptr;
+        if (clock != nullptr && clock->kind == Slot::Kind::time) {
+            clock->number = time.as(static_cast<MTime::Unit>(clock->unit));
+        }
+    }
 }
 
 const Slot* Scene::cycle() const {
@@ -262,6 +317,11 @@ void Scene::clear() {
     names_.clear();
     nodesByPlace_.clear();
     destinations_.clear();
+    destinationsOf_.clear();
+    unlisted_.clear();
+    blanks_.clear();
+    selection_.clear();
+    time_ = MTime();
     copies_ = 0;
     slots_.clear();
     nodes_.clear();

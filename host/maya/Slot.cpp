@@ -1,5 +1,7 @@
 #include "Slot.h"
 
+#include "Scene.h"
+
 #include <algorithm>
 
 namespace scene {
@@ -19,6 +21,15 @@ const Slot* counterpart(const Slot& slot, const Slot& top, const Slot& root) {
         return existingElement(*parent, slot.logicalIndex);
     }
     return slot.logicalIndex < parent->children.size() ? parent->children[slot.logicalIndex] : nullptr;
+}
+
+/// The plug itself, or the nearest one above it, that a connection feeds; null for none.
+const Slot* fedLevel(const Slot& slot) {
+    const Slot* level = &slot;
+    while (level != nullptr && level->source == nullptr) {
+        level = level->parent;
+    }
+    return level;
 }
 
 const std::string& nameIn(const Slot& slot, NameStyle style) {
@@ -42,17 +53,17 @@ Slot* existingElement(const Slot& multi, unsigned int index) {
 }
 
 const Slot* nextSource(const Slot& slot) {
-    for (const Slot* top = &slot; top != nullptr; top = top->parent) {
-        if (top->source != nullptr) {
-            return counterpart(slot, *top, *top->source);
-        }
-    }
-    return nullptr;
+    const Slot* top = fedLevel(slot);
+    return top == nullptr ? nullptr : counterpart(slot, *top, *top->source);
 }
 
 const Slot& evaluated(const Slot& slot) {
     const Slot* current = &slot;
-    while (const Slot* next = nextSource(*current)) {
+    while (const Slot* top = fedLevel(*current)) {
+        const Slot* next = counterpart(*current, *top, *top->source);
+        if (next == nullptr) {
+            return Scene::current().blank(*current);
+        }
         current = next;
     }
     return *current;

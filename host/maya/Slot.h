@@ -19,7 +19,8 @@ struct Slot : Object {
         time,
         data, ///< whatever Data.h has
         compound,
-        multi
+        multi,
+        message ///< stands for a node, and has no value
     };
     struct OtherNames {
         std::string shortName;
@@ -42,10 +43,11 @@ struct Slot : Object {
     Slot* prototype = nullptr; ///< what an element of a multi looks like when there is none to copy
 };
 
-/// The plug whose value this one has: itself, or the source of its connection or of one of the plugs above it.
+/// The plug whose value this one has: itself, or the source of its connection or of one of the plugs above it; a blank
+/// one of its own kind where the source lacks such an element.
 const Slot& evaluated(const Slot& slot);
 
-/// The step that `evaluated` repeats; null at the end.
+/// The step that `evaluated` repeats; null at the end, and where the source has no such element.
 const Slot* nextSource(const Slot& slot);
 
 /// The element of a logical index, null if the multi has none.

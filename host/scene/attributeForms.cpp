@@ -1,5 +1,6 @@
 #include "scene/attributeForms.h"
 
+#include "scene/components.h"
 #include "scene/values.h"
 
 #include <maya/MAngle.h>
@@ -84,6 +85,38 @@ void readGeometry(const Reader& reader, Slot& slot, const Json& value) {
     setData(slot, T::kType, value.is_null() ? nullptr : reader.geometry.read<T>(slot, value));
 }
 
+void readMessage(const Reader&, Slot& slot, const Json& value) {
+    if (!value.is_null()) {
+        failAt(slot,
+               fmt::format("\"message\" should be null, not {}: only a connection gives it a node", value.type_name()));
+    }
+    slot.kind = Slot::Kind::message;
+}
+
+void readPointArray(const Reader&, Slot& slot, const Json& value) {
+    if (value.is_null()) {
+        return setData(slot, PointArrayData::kType, nullptr);
+    }
+    auto data = std::make_shared<PointArrayData>();
+    data->type = PointArrayData::kType;
+    for (const Json& point : requireList(slot, "points", value)) {
+        data->points.append(readPoint(slot, "points", point));
+    }
+    setData(slot, data->type, data);
+}
+
+void readComponentList(const Reader&, Slot& slot, const Json& value) {
+    if (value.is_null()) {
+        return setData(slot, ComponentListData::kType, nullptr);
+    }
+    auto data = std::make_shared<ComponentListData>();
+    data->type = ComponentListData::kType;
+    for (const Json& item : requireList(slot, "components", value)) {
+        data->components.push_back(readComponent(slot, readText(slot, "components", item)));
+    }
+    setData(slot, data->type, data);
+}
+
 constexpr Form kForms[] = {
     {"number", MFn::kNumericAttribute, MFn::kInvalid,
      [](const Reader&, Slot& slot, const Json& value) { setNumber(slot, Slot::Kind::number, "number", value); }},
@@ -111,6 +144,9 @@ constexpr Form kForms[] = {
     {"curve", MFn::kTypedAttribute, MFn::kInvalid, readGeometry<CurveData>},
     {"surface", MFn::kTypedAttribute, MFn::kInvalid, readGeometry<SurfaceData>},
     {"lattice", MFn::kTypedAttribute, MFn::kInvalid, readGeometry<LatticeData>},
+    {"points", MFn::kTypedAttribute, MFn::kInvalid, readPointArray},
+    {"components", MFn::kTypedAttribute, MFn::kInvalid, readComponentList},
+    {"message", MFn::kMessageAttribute, MFn::kInvalid, readMessage},
 };
 
 const Form* formOf(std::string_view key) {

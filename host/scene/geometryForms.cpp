@@ -17,7 +17,13 @@ constexpr unsigned int kMaxDegree = 7;
 /// Takes the members of a geometry's object by name; what nobody takes is a mistake.
 class Fields {
 public:
-    Fields(const Slot& slot, const Json& value) : slot_(slot), value_(value) {}
+    Fields(const Slot& slot, const Json& value) : slot_(slot), value_(value) {
+        for (auto member = members(value).begin(); member != members(value).end(); ++member) {
+            if (find(member->first.c_str()) != &member->second) {
+                failAt(slot, fmt::format("the geometry has two \"{}\"", member->first));
+            }
+        }
+    }
 
     /// The member of a name, null for none.
     const Json* find(const char* name) const {

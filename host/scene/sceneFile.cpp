@@ -21,6 +21,10 @@ namespace {
 /// Values are read by recursion, and so are the plugs that they make.
 constexpr int kMaxDepth = 1000;
 
+// A node's type and an attribute of that name are told apart by a ".", which no attribute's name has.
+constexpr const char* kTypeKey = "type";
+constexpr const char* kTypeAttribute = ".type";
+
 constexpr const char* kNodesForm = "\"nodes\" should be an object of nodes by their names";
 
 std::vector<char> readFile(const std::string& path) {
@@ -44,7 +48,53 @@ void readNode(const std::string& path, const Json& attributes, GeometryReader& g
     Node& node = scene.addNode(path);
     requireDistinctNames(attributes, [&path] { return path; });
     for (const auto& [name, value] : members(attributes)) {
-        readAttribute(scene, geometry, scene.addAttribute(node, name), value);
+        if (name == kTypeKey && value.is_string()) {
+            node.typeName = value.get_ref<const std::string&>();
+        } else {
+            // What follows a "." is an attribute's name, whatever it means by itself.
+            readAttribute(scene, geometry, scene.addAttribute(node, name == kTypeAttribute ? kTypeKey : name), value);
+        }
+    }
+}
+
+void readTime(const Json& value, GeometryReader& geometry, Scene& scene) {
+    Node owner;
+    owner.name = "scene";
+    Slot slot;
+    slot.node = &owner;
+    slot.name = "time";
+    readAttribute(scene, geometry, slot, value);
+    if (slot.kind == Slot::Kind::number) {
+        scene.setTime(MTime(slot.number, MTime::kFilm));
+    } else if (slot.kind == Slot::Kind::time) {
+        scene.setTime(MTime(slot.number, static_cast<MTime::Unit>(slot.unit)));
+    } else {
+        throw std::runtime_error("\"time\" should be a number, or a time with its unit");
+    }
+}
+
+void readSelection(const Json& names, Scene& scene) {
+    std::vector<const Node*> nodes;
+    for (const Json& name : names) {
+        const Node* node = name.is_string() ? scene.findNode(name.get_ref<const std::string&>()) : nullptr;
+        if (!names.is_array() || node == nullptr) {
+            throw std::runtime_error(
+                fmt::format("\"selected\" should be a list of nodes' names; there is no one node {}",
+                            name.dump(-1, ' ', false, Json::error_handler_t::replace)));
+        }
+        nodes.push_back(node);
+    }
+    scene.select(std::move(nodes));
+}
+
+/// Without a time of its own, a scene has that of its first node of type "time".
+void takeTimeOfNodes(Scene& scene) {
+    for (std::size_t i = 0; i < scene.nodeCount(); ++i) {
+        const Node& node = scene.node(i);
+        const Slot* clock = node.typeName == "time" ? node.attribute("outTime") : nullptr;
+        if (clock != nullptr && clock->kind == Slot::Kind::time) {
+            return scene.setTime(MTime(clock->number, static_cast<MTime::Unit>(clock->unit)));
+        }
     }
 }
 
@@ -100,9 +150,14 @@ void readScene(const std::vector<char>& text, GeometryReader& geometry, Scene& s
     if (!file.is_object()) {
         throw std::runtime_error("should be an object with \"nodes\" and \"connections\"");
     }
+    takeTimeOfNodes(scene);
     for (const auto& [key, value] : members(file)) {
         if (key == "connections") {
             readConnections(value, scene);
+        } else if (key == "time") {
+            readTime(value, geometry, scene);
+        } else if (key == "selected") {
+            readSelection(value, scene);
         } else if (key != "nodes") {
             throw std::runtime_error(fmt::format("has no use for \"{}\"", key));
         } else if (!value.is_object()) {

@@ -28,7 +28,8 @@ TEST_F(ConnectionTest, APlugReadsAsItsSource) {
     EXPECT_EQ(element("b.t").getVec3(), vec3(1, 2, 3)); // children through their parent's connection
     EXPECT_EQ(element("c.t").getVec3(), vec3(2, 0, 0)); // and over one more
     EXPECT_EQ(element("b.m[4]").getVec2(), vec2(5, 6));
-    EXPECT_EQ(element("b.m[5]").getVec2(), vec2(7, 7)); // the source has no such element
+    EXPECT_EQ(element("b.m[5]").getVec2(),
+              vec2(0, 0)); // the source has no such element: what is told here is only its kind
     EXPECT_EQ(element("b.angle").getFloat(), 0.5f);
     EXPECT_STREQ(selectPlug("b.text").asString().asChar(), "t");
     EXPECT_EQ(vec3(element("b.matrix").getMat4()[3]), vec3(7, 8, 9));

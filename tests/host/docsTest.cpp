@@ -32,7 +32,7 @@ TEST_F(DocsTest, TheExamplesOfSceneFilesOpen) {
     const std::string resource = temporaryPath("body.bin");
     writer.write(resource);
     const std::vector<std::string> examples = examplesIn(std::string(ZENT_SOURCE_DIR) + "/docs/scene-file.md");
-    ASSERT_EQ(examples.size(), 3U);
+    ASSERT_EQ(examples.size(), 4U);
     const auto number = [](const char* plug) { return Element(json(plug)).getFloat(); };
 
     open(examples[0]);
@@ -43,6 +43,9 @@ TEST_F(DocsTest, TheExamplesOfSceneFilesOpen) {
     open(examples[2], resource);
     EXPECT_EQ(Element(json("follicle.inputMesh")).get<Mesh>().translation, vec3(0, 10, 0));
     EXPECT_EQ(Element(json("bodyShape.outMesh")).get<Mesh>().points.size(), 3U);
+    open(examples[3]);
+    EXPECT_EQ(number("time1.outTime"), 12.0f);
+    EXPECT_EQ(number("arm.type"), 3.0f);
 }
 
 } // namespace

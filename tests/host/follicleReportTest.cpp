@@ -41,6 +41,15 @@ protected:
     }
 };
 
+TEST_F(FollicleReport, FindsAMeshInAnElement) {
+    json scene = gridScene();
+    json& shape = scene["nodes"]["|grid|gridShape"];
+    shape = {{"worldMesh", {{"multi", json::array({shape["outMesh"]})}}}};
+    scene["connections"][0][0] = "|grid|gridShape.worldMesh[0]";
+    open(scene.dump());
+    EXPECT_EQ(closureOf("pin.inputMesh", {5, 0, 4, 1}).at("inputs").at(0).at("value").at("polyCounts").size(), 4U);
+}
+
 TEST_F(FollicleReport, RebuildsTheFacesAroundTheQuad) {
     open(gridScene().dump());
     const json report = closureOf("pin.inputMesh", {5, 0, 4, 1}); // face 0: touched by 0, 1, 3 and 4

@@ -16,7 +16,9 @@ public:
         kCompoundAttribute = 571,
         kMatrixAttribute = 574,
         kFloatMatrixAttribute = 575,
+        kMessageAttribute = 576,
         kMatrixFloatData = 667,
+        kComponentListData = 581,
         kLatticeData = 583,
         kMatrixData = 580,
         kMeshData = 584,
@@ -27,6 +29,13 @@ public:
         kData2Float = 589,
         kData3Double = 592,
         kData3Float = 593,
-        kLattice = 279
+        kPointArrayData = 594,
+        kLattice = 279,
+        kCurveCVComponent = 525,
+        kSurfaceCVComponent = 531,
+        kLatticeComponent = 535,
+        kMeshEdgeComponent = 540,
+        kMeshPolygonComponent = 541,
+        kMeshVertComponent = 543
     };
 };

@@ -12,4 +12,6 @@ public:
     /// Appends the node of a name, with its namespaces and, for one in the DAG, as much of its path as tells it from
     /// others.
     static MStatus getSelectionListByName(const MString& name, MSelectionList& list);
+    /// Replaces a list by what is selected.
+    static MStatus getActiveSelectionList(MSelectionList& list, bool orderedSelectionIfAvailable = false);
 };

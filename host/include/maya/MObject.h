@@ -18,6 +18,8 @@ public:
 
     bool isNull() const { return object_ == nullptr; }
     MFn::Type apiType() const;
+    /// Whether the functions of a type work on the object: those of a node work on one in the DAG, too.
+    bool hasFn(MFn::Type type) const;
     bool operator==(const MObject& other) const { return object_ == other.object_; }
     bool operator!=(const MObject& other) const { return object_ != other.object_; }
 

@@ -4,6 +4,8 @@
 
 class MSyntax;
 
+using int2 = int[2];
+
 /// Makes a command's object, for MFnPlugin::registerCommand.
 using MCreatorFunction = void* (*)();
 using MCreateSyntaxFunction = MSyntax (*)();
