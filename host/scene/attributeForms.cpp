@@ -295,11 +295,11 @@ void readAttribute(Scene& scene, GeometryReader& geometry, Slot& slot, const Jso
     Reader{scene, geometry}.attribute(slot, value);
 }
 
-void requireDistinctNames(const Json& object, const std::function<std::string()>& owner) {
+void requireDistinctNames(const Json& object, const std::function<std::string()>& owner, std::string_view special) {
     std::vector<std::string_view> names;
     names.reserve(object.size());
     for (const auto& [name, value] : members(object)) {
-        if (name.empty() || name.find_first_of(".[]") != std::string::npos) {
+        if (name.empty() || (name != special && name.find_first_of(".[]") != std::string::npos)) {
             throw std::runtime_error(fmt::format("{}: \"{}\" is no attribute's name", owner(), name));
         }
         names.push_back(name);

@@ -46,14 +46,21 @@ std::vector<char> readFile(const std::string& path) {
 
 void readNode(const std::string& path, const Json& attributes, GeometryReader& geometry, Scene& scene) {
     Node& node = scene.addNode(path);
-    requireDistinctNames(attributes, [&path] { return path; });
+    requireDistinctNames(
+        attributes, [&path] { return path; }, kTypeAttribute);
+    const Slot* type = nullptr;
     for (const auto& [name, value] : members(attributes)) {
         if (name == kTypeKey && value.is_string()) {
             node.typeName = value.get_ref<const std::string&>();
-        } else {
-            // What follows a "." is an attribute's name, whatever it means by itself.
-            readAttribute(scene, geometry, scene.addAttribute(node, name == kTypeAttribute ? kTypeKey : name), value);
+            continue;
         }
+        const bool isType = name == kTypeKey || name == kTypeAttribute;
+        if (isType && type != nullptr) {
+            throw std::runtime_error(fmt::format("{}: there are two \"{}\"", path, kTypeKey));
+        }
+        Slot& slot = scene.addAttribute(node, isType ? kTypeKey : name);
+        type = isType ? &slot : type;
+        readAttribute(scene, geometry, slot, value);
     }
 }
 

@@ -104,6 +104,8 @@ TEST_F(SceneTest, TellsWhichNodeAndAttributeIsAtFault) {
         {R"({"nodes": {"|a||b": {}}})", "\"|a||b\" is neither"},
         {R"({"nodes": {"m": {"v": 1}, "n": [{"v": 1}]}})", "n: should be an object of attributes"},
         {R"({"nodes": {"n": {"v": 1, "w": 1, "v": 2}}})", "n: there are two \"v\""},
+        {R"({"nodes": {"n": {"type": 1, ".type": 2}}})", "n: there are two \"type\""},
+        {R"({"nodes": {"n": {"c": {"compound": {".type": 2}}}}})", "n.c: \".type\" is no attribute's name"},
         {R"({"nodes": {"n": {"v.w": 1}}})", "n: \"v.w\" is no attribute's name"},
         {R"({"nodes": {"n": 3}})", "n: should be an object of attributes"},
         {"{\"nodes\": {\"n\": {\"" + std::string(300, 'v') + "\": 1}}}", "n: an attribute's name has 300 characters"},
