@@ -18,12 +18,15 @@ std::string outputOf(const std::string& command) {
     return text;
 }
 
-TEST(SymbolsTest, ThePlugInExportsItsEntryPointsAndNothingElse) {
-    // The address sanitizer adds a marker of its own for the exported array.
-    EXPECT_EQ(
-        outputOf(std::string("nm -D --defined-only --format=just-symbols ") + ZENT_PLUGIN + " | grep -v ^__odr_asan"),
-        "MApiVersion\n_Z16initializePlugin7MObject\n_Z18uninitializePlugin7MObject\n");
-    EXPECT_NE(outputOf(std::string("readelf -d ") + ZENT_PLUGIN).find("soname: [ZentMayaNodes]"), std::string::npos);
+TEST(SymbolsTest, APlugInExportsItsEntryPointsAndNothingElse) {
+    for (const std::string name : {"ZentMayaNodes", "ZentMayaTools"}) {
+        const std::string path = std::string(ZENT_PLUGIN_FOLDER) + "/" + name + ".so";
+        // The address sanitizer adds a marker of its own for the exported array.
+        EXPECT_EQ(outputOf("nm -D --defined-only --format=just-symbols " + path + " | grep -v ^__odr_asan"),
+                  "MApiVersion\n_Z16initializePlugin7MObject\n_Z18uninitializePlugin7MObject\n")
+            << name;
+        EXPECT_NE(outputOf("readelf -d " + path).find("soname: [" + name + "]"), std::string::npos) << name;
+    }
 }
 
 } // namespace

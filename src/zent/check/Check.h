@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zent/check/Run.h"
 #include "zent/proxies/Registry.h"
 #include "zent/values/json.h"
 
@@ -10,14 +11,9 @@
 #include <maya/MSyntax.h>
 
 #include <memory>
-#include <set>
 #include <string>
 
-class MArgDatabase;
-
 namespace zent {
-
-class Run;
 
 /// The command: `ZentCheck MANIFEST RESOURCE [flags]` holds the node functions against Maya in the open scene.
 ///
@@ -50,13 +46,9 @@ public:
     static void teardown();
 
 private:
-    void readFlags(const MArgDatabase& database);
     Run run() const;
 
-    bool ignoreDeformer = true;
-    bool stopOnFirstError = true;
-    float epsilon = 0.001f;
-    std::set<std::string> skip;
+    RunSettings settings_;
 };
 
 } // namespace zent
