@@ -212,6 +212,14 @@ def example(folder):
         yield method, *part, file_of([blocks[block] for block in ids])
 
 
+EXPRESSIONS = [
+    "int $n = 0; for (int $i = 0; $i < 9; $i++) { if ($i % 2) continue; $n += $i; } o.x = $n;",
+    "vector $v = <<a.x, 2, 3>> ^ <<0, 1, 0>>; if ($v.x > 1 && !(a.y == 2)) o.x = mag($v * 2 + 1); else o.x = -$v.z;",
+    "float $a; do { $a += .5; if ($a > 3) break; } while (time < 2); .O[1] = int($a) / 2 + (.I[0] ? 1e-3 : on);",
+    "int $i = 5; o.x = $i++ * 10 + --$i; o.x %= 3; o.y = clamp(0, $i = 7, smoothstep(1, 2, acosd(sign(o.x))));",
+]
+
+
 def main(folder):
     def write(fuzzer, name, *files):
         path = pathlib.Path(folder) / fuzzer / name
@@ -224,6 +232,9 @@ def main(folder):
         write("run", record.method + "-plugs", [record.plugs], scene, record.resource())
         write("scene", record.method, scene, record.resource())
     resources = file_of(list(BLOCKS.values()))
+    write("compileExpression", "arm", (ROOT / "examples/arm/muscle.mel").read_bytes())
+    for i, program in enumerate(EXPRESSIONS):
+        write("compileExpression", f"program{i}", program.encode())
     write("resource", "all", resources)
     for name, block in BLOCKS.items():
         write("resource", name, file_of([block]))

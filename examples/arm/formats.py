@@ -3,7 +3,10 @@
 What the files hold is told in docs/scene-file.md, docs/manifest-format.md and docs/resource-format.md.
 """
 import json
+import pathlib
 import struct
+import subprocess
+import sys
 from math import degrees
 
 from vectors import IDENTITY
@@ -214,9 +217,10 @@ class Resource:
     def byte_code(self, code):
         return self._add(bytes(code))
 
-    def constants(self, values):
-        """Real numbers only."""
-        return self._add(*[struct.pack("<d16x", value) + bytes([2]) + bytes(7) for value in values])
+    def constants(self, texts):
+        """Integers, and real numbers, which have a point."""
+        return self._add(*[(struct.pack("<d16x", float(text)) + bytes([2]) if "." in text else
+                            struct.pack("<i20x", int(text)) + bytes([1])) + bytes(7) for text in texts])
 
     def write(self, path):
         offsets = [8 * (len(self.blocks) + 2)]
@@ -231,13 +235,22 @@ class Resource:
 # Expressions
 
 OPCODES = {"const": 0, "add": 3, "sub": 4, "mul": 5, "div": 6, "gt": 11, "output": 20, "input": 21, "getoutput": 22,
-           "call": 23, "jump": 25, "unless": 26, "end": 28}
-BUILT_INS = {"clamp": (0xFFF6, 3), "sin": (0xFFE9, 1)}  # number, count of arguments
+           "load": 18, "pop": 17, "call": 23, "jump": 25, "unless": 26, "end": 28}
+BUILT_INS = {"clamp": 0xFFF6, "sin": 0xFFE9}
+
+
+def compiled(name):
+    """The instructions of an expression's text, a file beside this one. The program that compiles it is the second
+    argument; without one, that of the release build."""
+    folder = pathlib.Path(__file__).resolve().parent
+    zentcheck = sys.argv[2] if len(sys.argv) > 2 else folder.parent.parent / "build/release/bin/zentcheck"
+    return subprocess.run([zentcheck, "--compile-expression", folder / name], stdout=subprocess.PIPE, text=True,
+                          check=True).stdout
 
 
 def assemble(source):
-    """Byte code and constants of an expression, from the instructions that zentcheck --disassemble shows: one a line,
-    with a label and a colon in front where a jump leads."""
+    """Byte code and constants of an expression, from the instructions that zentcheck shows: one a line, with a label and
+    a colon in front where a jump leads."""
     code, constants, labels, jumps = [], [], {}, []
     for line in source.split("\n"):
         words = line.split("#")[0].split()
@@ -245,20 +258,20 @@ def assemble(source):
             labels[words.pop(0)[:-1]] = len(code)
         if not words:
             continue
-        name, operand = words[0], words[-1]
+        name, operands = words[0], words[1:]
         code.append(OPCODES[name])
         if name == "const":
-            if float(operand) not in constants:
-                constants.append(float(operand))
-            code.append(constants.index(float(operand)))
-        elif name in ("input", "output", "getoutput"):
-            code.append(int(operand))
+            if operands[0] not in constants:
+                constants.append(operands[0])
+            code.append(constants.index(operands[0]))
         elif name == "call":
-            number, count = BUILT_INS[operand]
-            code += [count, number >> 8, number & 255]
+            number = BUILT_INS[operands[1]]
+            code += [int(operands[0]), number >> 8, number & 255]
         elif name in ("jump", "unless"):
-            jumps.append((len(code), operand))
+            jumps.append((len(code), operands[0]))
             code += [0, 0]
+        elif operands:
+            code.append(int(operands[0]))
     for place, label in jumps:
         distance = labels[label] - (place + 2)
         code[place:place + 2] = [distance >> 8, distance & 255]

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes the files of this example: python3 make.py [FOLDER]
+"""Makes the files of this example: python3 make.py [FOLDER [ZENTCHECK]]
 
 It builds an arm node by node. For each node it works out what Maya's node gives, from what the node means, in double
 precision and with nothing of this project; writes inputs and outputs into the scene; and writes a record that holds the
@@ -9,7 +9,7 @@ import pathlib
 import sys
 from math import atan2, comb, cos, degrees, exp, pi, radians, sin
 
-from formats import (Fed, Manifest, Resource, Scene, angle, angles, assemble, each, fed_angles, fed_vector, indexed,
+from formats import (Fed, Manifest, Resource, Scene, angle, angles, assemble, compiled, each, fed_angles, fed_vector, indexed,
                      many, matrix, multi)
 from vectors import (IDENTITY, Curve, Surface, across, add, angle_between, axis_and_angle, between, cross, dot,
                      euler_angles, euler_matrix, frame, inverse, length, linear, origin, point_by, product, scaled,
@@ -344,56 +344,9 @@ scene.node("handTurn", inputMatrix=Fed("handSpace.matrixSum", matrix()), outputR
 manifest.record("handTurn", "decomposeMatrixRotate", [".outputRotate"], [".inputMatrix"])
 
 # ---------------------------------------------------------------------------------------------------------------------
-# An expression:
-#
-#     float $bent = clamp((bend - 20) / 90, 0, 1);
-#     flex  = $bent * $bent * (3 - 2 * $bent);
-#     twist = 0.35 + 0.1 * sin(time * 0.25);
-#     pinch = bend > 60 ? (bend - 60) / 60 : 0;
+# An expression, which zentcheck --compile-expression makes byte code of
 
-code, constants = assemble("""
-        input 0          # bend, in degrees
-        const 20
-        sub
-        const 90
-        div
-        const 0
-        const 1
-        call clamp       # of the last three values
-        output 0
-        getoutput 0
-        getoutput 0
-        mul
-        const 3
-        const 2
-        getoutput 0
-        mul
-        sub
-        mul
-        output 0         # flex
-        const 0.35
-        const 0.1
-        input 1          # time
-        const 0.25
-        mul
-        call sin
-        mul
-        add
-        output 1         # twist
-        input 0
-        const 60
-        gt
-        unless straight  # jumps if not
-        input 0
-        const 60
-        sub
-        const 60
-        div
-        jump store
-straight: const 0
-store:  output 2         # pinch
-        end
-""")
+code, constants = assemble(compiled("muscle.mel"))
 
 
 def smooth(value, low, high):
@@ -407,6 +360,7 @@ strap_twist = 0.35 + 0.1 * sin(FRAME * 0.25)
 pinch = max(degrees(bend) - 60, 0) / 60
 scene.node("muscle", input=multi(Fed("bendInDegrees.output", 0)), time=Fed("time1.outTime", {"time": 0}),
            output=multi(flex, strap_twist, pinch))
+# The plug "time" reads in its own unit, which is the frame.
 manifest.record("muscle", "expression", [each(".output[{}]", 3)],
                 [many(".input[0]", ".time"), resource.byte_code(code), resource.constants(constants)])
 

@@ -57,7 +57,8 @@ constexpr std::array<CommandFlag, 7> kCommandFlags{{
 
 constexpr const char* kUsage = "Usage: zentcheck [options] MANIFEST [RESOURCE]\n"
                                "       zentcheck --list-resources FILE\n"
-                               "       zentcheck --disassemble FILE --block N [--constants N]\n";
+                               "       zentcheck --disassemble FILE --block N [--constants N]\n"
+                               "       zentcheck --compile-expression FILE [--inputs \"a;b\" --outputs \"c;d\"]\n";
 constexpr const char* kInsteadOfARun = "Instead of a run";
 
 /// An option is told with its value and nothing else: the usage shows what goes together.
@@ -122,9 +123,20 @@ Options parseOptions(int argc, char** argv) {
     disassemble->type_name("FILE")->needs(block)->excludes(list)->group(kInsteadOfARun);
     block->type_name("N")->needs(disassemble)->group(kInsteadOfARun);
     constants->type_name("N")->needs(disassemble)->group(kInsteadOfARun);
+    CLI::Option* compile = app.add_option("--compile-expression", options.compileExpression,
+                                          "Compile Maya's expression language, and show the byte code");
+    compile->type_name("FILE")->excludes(list)->excludes(disassemble)->group(kInsteadOfARun);
+    app.add_option("--inputs", options.inputs, "The names of its inputs, by slot [as the text names them]")
+        ->type_name("\"a;b\"")
+        ->needs(compile)
+        ->group(kInsteadOfARun);
+    app.add_option("--outputs", options.outputs, "The names of its outputs, by slot")
+        ->type_name("\"c;d\"")
+        ->needs(compile)
+        ->group(kInsteadOfARun);
     try {
         app.parse(argc, argv);
-        if (options.manifest.empty() && list->count() == 0 && disassemble->count() == 0) {
+        if (options.manifest.empty() && list->count() == 0 && disassemble->count() == 0 && compile->count() == 0) {
             throw CLI::RequiredError("MANIFEST");
         }
     } catch (const CLI::CallForHelp&) {

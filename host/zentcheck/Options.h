@@ -18,6 +18,9 @@ struct Options {
     std::string disassemble;               ///< a resource file to show a block of, instead of a run
     unsigned int block = 0;                ///< its byte code
     std::optional<unsigned int> constants; ///< its constants
+    std::string compileExpression;         ///< a text to compile, instead of a run
+    std::string inputs;                    ///< the names of its slots, "a;b"
+    std::string outputs;
 
     bool has(const char* flag) const;
     /// The words of the command's call.

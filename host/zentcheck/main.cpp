@@ -4,6 +4,7 @@
 #include "maya/Display.h"
 #include "maya/Scene.h"
 #include "scene/sceneFile.h"
+#include "tools/CompileExpression.h"
 #include "tools/Disassemble.h"
 #include "tools/ListResources.h"
 #include "zentcheck/Options.h"
@@ -48,6 +49,8 @@ Status runTool(const host::Options& options) {
     try {
         if (!options.listResources.empty()) {
             zent::listResources(options.listResources, std::cout);
+        } else if (!options.compileExpression.empty()) {
+            zent::printCompiledExpression(options.compileExpression, options.inputs, options.outputs, std::cout);
         } else {
             zent::disassemble(options.disassemble, options.block, options.constants, std::cout);
         }
@@ -91,7 +94,9 @@ Status run(const host::Options& options) {
 int main(int argc, char** argv) {
     try {
         const host::Options options = host::parseOptions(argc, argv);
-        return options.listResources.empty() && options.disassemble.empty() ? run(options) : runTool(options);
+        const bool isTool =
+            !options.listResources.empty() || !options.disassemble.empty() || !options.compileExpression.empty();
+        return isTool ? runTool(options) : run(options);
     } catch (const host::UsageExit& usage) {
         std::fputs(usage.out.c_str(), stdout);
         std::fputs(usage.err.c_str(), stderr);

@@ -50,7 +50,7 @@ TEST(ArmTest, TheFaultsAreReported) {
 
 TEST(ArmTest, TheFilesAreWhatTheScriptWrites) {
     const std::string folder = std::filesystem::path(writeFile("folder", "")).parent_path().string();
-    ASSERT_EQ(run(std::string(ZENT_PYTHON) + " -B " + kArm + "make.py " + folder).status, 0);
+    ASSERT_EQ(run(std::string(ZENT_PYTHON) + " -B " + kArm + "make.py " + folder + " " + ZENTCHECK).status, 0);
     for (const char* name : {"scene.json", "manifest.json", "faults.json", "resource.bin"}) {
         EXPECT_EQ(readFile(folder + "/" + name), readFile(kArm + name)) << name;
     }

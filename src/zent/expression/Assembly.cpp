@@ -4,6 +4,7 @@
 #include "zent/expression/Opcode.h"
 #include "zent/math/require.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdint>
@@ -267,7 +268,42 @@ public:
         return out_.str();
     }
 
+    // With the source's lines, and constants as they are.
+    std::string list(const std::vector<SourceMark>& marks, const std::string& source) {
+        areConstantsShown_ = true;
+        std::vector<std::string> lines;
+        std::istringstream text(source);
+        for (std::string line; std::getline(text, line);) {
+            lines.push_back(line.substr(0, line.find_last_not_of(" \t\r") + 1));
+        }
+        std::size_t shown = 0;
+        auto mark = marks.begin();
+        for (std::size_t position = 0; position < code_.size();) {
+            for (; mark != marks.end() && mark->position <= position; ++mark) {
+                const auto line = static_cast<std::size_t>(mark->line);
+                writeSource(lines, std::min(shown + 1, line), line);
+                shown = std::max(shown, line);
+            }
+            if (position + 1 == code_.size() || static_cast<Opcode>(code_[position]) == Opcode::End) {
+                writeSource(lines, shown + 1, lines.size()); // brackets and comments
+                shown = lines.size();
+            }
+            position = writeLine(position);
+        }
+        return out_.str();
+    }
+
 private:
+    void writeSource(const std::vector<std::string>& lines, std::size_t first, std::size_t last) {
+        for (std::size_t line = first; line <= last && line <= lines.size(); ++line) {
+            if (!lines[line - 1].empty()) {
+                const std::string number = std::to_string(line);
+                out_ << '#' << std::string(number.size() < 4 ? 4 - number.size() : 0, ' ') << number << "  "
+                     << lines[line - 1] << '\n';
+            }
+        }
+    }
+
     // Returns the position of the next instruction.
     std::size_t writeLine(std::size_t position) {
         const unsigned char opcode = code_[position];
@@ -286,6 +322,10 @@ private:
         case Operand::None:
             break;
         case Operand::Constant:
+            if (areConstantsShown_) {
+                text += " " + constantComment(code_[position + 1]);
+                break;
+            }
             text += " [" + std::to_string(code_[position + 1]) + "]";
             comment = constantComment(code_[position + 1]);
             break;
@@ -346,6 +386,7 @@ private:
 
     const std::vector<unsigned char>& code_;
     const std::vector<Value>* constants_;
+    bool areConstantsShown_ = false;
     std::ostringstream out_;
 };
 
@@ -357,6 +398,14 @@ Program assemble(const std::string& source) {
 
 std::string disassemble(const std::vector<unsigned char>& code, const std::vector<Value>* constants) {
     return Disassembler(code, constants).disassemble();
+}
+
+std::string listing(const Program& program, const std::vector<SourceMark>& marks, const std::string& source) {
+    return Disassembler(program.code, &program.constants).list(marks, source);
+}
+
+std::size_t instructionSize(unsigned char opcode) {
+    return opcode > kLastOpcode ? 1 : 1 + static_cast<std::size_t>(operandSize(kInstructions[opcode].operand));
 }
 
 } // namespace zent
