@@ -18,6 +18,20 @@ zent_require(fmt libfmt-dev)
 if(NOT ZENT_MAYA_DEVKIT)
     zent_require(CLI11 libcli11-dev)
     find_package(Threads REQUIRED)
+    # The libraries of the report's page, which is put together when the program is built.
+    foreach(script IN ITEMS "THREE_JS libjs-three three/three.min.js"
+                            "ORBIT_CONTROLS_JS libjs-three three/examples/js/controls/OrbitControls.js"
+                            "CHART_JS libjs-chart.js chart.js/chart.min.js")
+        string(REPLACE " " ";" script "${script}")
+        list(GET script 0 variable)
+        list(GET script 1 package)
+        list(GET script 2 file)
+        find_file(ZENT_${variable} ${file} PATHS /usr/share/javascript NO_DEFAULT_PATH)
+        if(NOT ZENT_${variable})
+            message(FATAL_ERROR "${file} is missing: install it with 'apt-get install ${package}' "
+                                "(scripts/install-dependencies installs all of them).")
+        endif()
+    endforeach()
 endif()
 if(ZENT_BUILD_TESTS)
     zent_require(GTest libgtest-dev)
