@@ -27,19 +27,35 @@ function fan(from, to, style) {
   const positions = [];
   const turn = new THREE.Quaternion().setFromUnitVectors(from.clone().normalize(), to.clone().normalize());
   const still = new THREE.Quaternion();
-  const point = (i) => from.clone().multiplyScalar(0.8).applyQuaternion(still.clone().slerp(turn, i / steps)).toArray();
+  const point = (i) =>
+    from
+      .clone()
+      .multiplyScalar(0.8)
+      .applyQuaternion(still.clone().slerp(turn, i / steps))
+      .toArray();
   for (let i = 0; i < steps; ++i) {
     positions.push(0, 0, 0, ...point(i), ...point(i + 1));
   }
   const geometry = new THREE.BufferGeometry();
   geometry.setAttribute("position", attribute(positions));
-  return new THREE.Mesh(geometry, new THREE.MeshBasicMaterial({color: style, transparent: true, opacity: 0.28,
-    side: THREE.DoubleSide, depthWrite: false}));
+  return new THREE.Mesh(
+    geometry,
+    new THREE.MeshBasicMaterial({
+      color: style,
+      transparent: true,
+      opacity: 0.28,
+      side: THREE.DoubleSide,
+      depthWrite: false
+    })
+  );
 }
 
 function shaft(axis, radius, style) {
   const length = axis.length();
-  const object = new THREE.Mesh(new THREE.CylinderGeometry(radius, radius, length, 16), new THREE.MeshLambertMaterial({color: style}));
+  const object = new THREE.Mesh(
+    new THREE.CylinderGeometry(radius, radius, length, 16),
+    new THREE.MeshLambertMaterial({color: style})
+  );
   object.position.copy(axis).multiplyScalar(0.5);
   object.quaternion.setFromUnitVectors(new THREE.Vector3(0, 1, 0), axis.clone().normalize());
   return object;
@@ -72,8 +88,15 @@ function axesPicture(place, maya, zent, told) {
       otherLabel.position.copy(other).multiplyScalar(1.12);
       view.scene.add(label, otherLabel);
     });
-    view.frame(new THREE.Vector3(), size * 1.15, new THREE.Vector3(0.7, 0.55, 1));
+    const reach = all.flatMap((axis) => axis.clone().multiplyScalar(1.2).toArray());
+    view.frameAll([0, 0, 0, ...reach], new THREE.Vector3(0.7, 0.55, 1));
   }
-  figure.append(make("figcaption", {}, `Maya's axes x, y, z (solid) and Zent's x′, y′, z′ (dashed): they turn by ` +
-    `${turns.map((turn) => `${short(turn, 3)}°`).join(", ")}. ${told} Drag to turn, scroll to zoom.`));
+  figure.append(
+    make(
+      "figcaption",
+      {},
+      `Maya's axes x, y, z (solid) and Zent's x′, y′, z′ (dashed): they turn by ` +
+        `${turns.map((turn) => `${short(turn, 3)}°`).join(", ")}. ${told} Drag to turn, scroll to zoom.`
+    )
+  );
 }

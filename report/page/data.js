@@ -1,4 +1,5 @@
-// What zentreport put into the page. Rows are numbers into its columns, the worst first; only some have a record in full.
+// What zentreport put into the page. A row is a number into its columns, the worst first; only some have their record
+// in full.
 
 const data = JSON.parse(byId("data").textContent);
 const rows = data.rows;

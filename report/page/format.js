@@ -22,7 +22,10 @@ function short(value, digits = 4) {
   }
   const size = Math.abs(value);
   if (size >= 1e7 || size < 1e-4) {
-    return value.toExponential(Math.max(digits - 2, 1)).replace(/\.?0+e/, "e").replace("e+", "e");
+    return value
+      .toExponential(Math.max(digits - 2, 1))
+      .replace(/\.?0+e/, "e")
+      .replace("e+", "e");
   }
   return String(Number(value.toPrecision(digits)));
 }
@@ -66,7 +69,7 @@ function colour(name) {
 
 /** The numbers of a base64 text, as `Type` has them. */
 function numbersOf(text, Type) {
-  const bytes = Uint8Array.from(atob(text || ""), (letter) => letter.charCodeAt(0));
+  const bytes = Uint8Array.from(atob(text || ""), (byte) => byte.charCodeAt(0));
   const size = Type.BYTES_PER_ELEMENT;
   return new Type(bytes.buffer, 0, Math.floor(bytes.length / size));
 }

@@ -11,27 +11,63 @@ function isNumbers(value) {
 }
 
 function matrixTable(numbers, isOver = () => false) {
-  return make("table", {class: "values"}, make("tbody", {}, ...[0, 1, 2, 3].map((row) =>
-    make("tr", {}, ...[0, 1, 2, 3].map((column) => {
-      const i = 4 * row + column;
-      return make("td", {class: isOver(i) ? "over" : null}, short(toNumber(numbers[i]), 6));
-    })))));
+  return make(
+    "table",
+    {class: "values"},
+    make(
+      "tbody",
+      {},
+      ...[0, 1, 2, 3].map((row) =>
+        make(
+          "tr",
+          {},
+          ...[0, 1, 2, 3].map((column) => {
+            const i = 4 * row + column;
+            return make("td", {class: isOver(i) ? "over" : null}, short(toNumber(numbers[i]), 6));
+          })
+        )
+      )
+    )
+  );
 }
 
 function rotationTable(radians) {
-  const cells = (name, numbers) => make("tr", {}, make("th", {scope: "row"}, name), ...numbers.map((number) => make("td", {}, number)));
-  return make("table", {class: "values"}, make("tbody", {},
-    cells("degrees", radians.map((angle) => short(toNumber(angle) * DEGREES, 6))),
-    cells("radians", radians.map((angle) => short(toNumber(angle), 6)))));
+  const cells = (name, numbers) =>
+    make("tr", {}, make("th", {scope: "row"}, name), ...numbers.map((number) => make("td", {}, number)));
+  return make(
+    "table",
+    {class: "values"},
+    make(
+      "tbody",
+      {},
+      cells(
+        "degrees",
+        radians.map((angle) => short(toNumber(angle) * DEGREES, 6))
+      ),
+      cells(
+        "radians",
+        radians.map((angle) => short(toNumber(angle), 6))
+      )
+    )
+  );
 }
 
 /** A list, its first entries open and the others folded. */
 function listOf(entries, show) {
-  const lay = (part, first) => part.map((entry, i) => make("div", {}, make("small", {class: "note"}, `[${first + i}] `), show(entry)));
+  const lay = (part, first) =>
+    part.map((entry, i) => make("div", {}, make("small", {class: "note"}, `[${first + i}] `), show(entry)));
   if (entries.length <= FOLDED) {
     return make("div", {}, ...lay(entries, 0));
   }
-  const rest = make("details", {}, make("summary", {}, `${(entries.length - FOLDED).toLocaleString("en")} more of ${entries.length.toLocaleString("en")}`));
+  const rest = make(
+    "details",
+    {},
+    make(
+      "summary",
+      {},
+      `${(entries.length - FOLDED).toLocaleString("en")} more of ${entries.length.toLocaleString("en")}`
+    )
+  );
   rest.addEventListener("toggle", () => {
     if (rest.childElementCount === 1) {
       rest.append(...lay(entries.slice(FOLDED, 5000), FOLDED));
@@ -62,14 +98,25 @@ function valueView(type, value) {
       return value.map((part) => exact(toNumber(part))).join("  ");
     }
     if (isNumbers(value)) {
-      const text = value.slice(0, 10000).map((part) => exact(toNumber(part))).join(", ");
-      return value.length <= FOLDED ? text
-        : make("details", {}, make("summary", {}, `${value.length.toLocaleString("en")} numbers: ${text.slice(0, 60)}…`), text);
+      const text = value
+        .slice(0, 10000)
+        .map((part) => exact(toNumber(part)))
+        .join(", ");
+      return value.length <= FOLDED
+        ? text
+        : make(
+            "details",
+            {},
+            make("summary", {}, `${value.length.toLocaleString("en")} numbers: ${text.slice(0, 60)}…`),
+            text
+          );
     }
     return listOf(value, (entry) => valueView(item, entry));
   }
   if (typeof value === "object") {
-    return listOf(Object.entries(value), ([name, entry]) => make("span", {}, make("b", {}, `${name} `), valueView("", entry)));
+    return listOf(Object.entries(value), ([name, entry]) =>
+      make("span", {}, make("b", {}, `${name} `), valueView("", entry))
+    );
   }
   return String(value);
 }
@@ -84,8 +131,21 @@ function inputsView(place, record) {
   if (inputs.length === 0) {
     return;
   }
-  place.append(make("h3", {}, "Inputs"), make("dl", {class: "inputs"}, ...inputs.flatMap((input) => [
-    make("dt", {}, input.name || "", make("small", {}, [].concat(input.plug || []).join(", ") || input.type || "")),
-    make("dd", {}, input.block === undefined ? valueView(input.type || "", input.value) : `block ${input.block} of the resource file`),
-  ])));
+  place.append(
+    make("h3", {}, "Inputs"),
+    make(
+      "dl",
+      {class: "inputs"},
+      ...inputs.flatMap((input) => [
+        make("dt", {}, input.name || "", make("small", {}, [].concat(input.plug || []).join(", ") || input.type || "")),
+        make(
+          "dd",
+          {},
+          input.block === undefined
+            ? valueView(input.type || "", input.value)
+            : `block ${input.block} of the resource file`
+        )
+      ])
+    )
+  );
 }

@@ -28,8 +28,12 @@ function writeAddress() {
 }
 
 function markFilters() {
-  document.querySelectorAll("#counts button").forEach((button) => button.setAttribute("aria-pressed", String(button.dataset.outcome === state.outcome)));
-  document.querySelectorAll("#strip button").forEach((button) => button.setAttribute("aria-pressed", String(button.dataset.method === state.method)));
+  document
+    .querySelectorAll("#counts button")
+    .forEach((button) => button.setAttribute("aria-pressed", String(button.dataset.outcome === state.outcome)));
+  document
+    .querySelectorAll("#strip button")
+    .forEach((button) => button.setAttribute("aria-pressed", String(button.dataset.method === state.method)));
   byId("search").value = state.search;
   byId("method").value = state.method;
   byId("file").value = state.file;
@@ -104,8 +108,12 @@ function step(direction, isWanted) {
 const isAny = () => true;
 const isBad = (row) => outcomeOf(row) === "mismatch" || outcomeOf(row) === "error";
 const KEYS = {
-  n: () => step(1, isBad), p: () => step(-1, isBad), j: () => step(1, isAny), k: () => step(-1, isAny),
-  Escape: () => open(-1), "/": () => byId("search").focus(),
+  n: () => step(1, isBad),
+  p: () => step(-1, isBad),
+  j: () => step(1, isAny),
+  k: () => step(-1, isAny),
+  Escape: () => open(-1),
+  "/": () => byId("search").focus()
 };
 const LIST_KEYS = {ArrowDown: KEYS.j, ArrowUp: KEYS.k};
 
@@ -129,13 +137,21 @@ function start() {
   overview();
   strip();
   makeTable();
-  byId("method").append(make("option", {value: ""}, "All methods"), ...data.methods.map(({name}) => make("option", {value: name}, name || "(no method)")));
-  byId("file").append(make("option", {value: ""}, "All files"), ...data.files.map(({path}, i) => make("option", {value: i}, path)));
+  byId("method").append(
+    make("option", {value: ""}, "All methods"),
+    ...data.methods.map(({name}) => make("option", {value: name}, name || "(no method)"))
+  );
+  byId("file").append(
+    make("option", {value: ""}, "All files"),
+    ...data.files.map(({path}, i) => make("option", {value: i}, path))
+  );
   byId("file").hidden = data.files.length < 2;
   byId("search").addEventListener("input", () => change({search: byId("search").value}));
   byId("method").addEventListener("change", () => change({method: byId("method").value}));
   byId("file").addEventListener("change", () => change({file: byId("file").value}));
-  byId("reset").addEventListener("click", () => change({outcome: "", method: "", file: "", search: "", sort: "", down: false}));
+  byId("reset").addEventListener("click", () =>
+    change({outcome: "", method: "", file: "", search: "", sort: "", down: false})
+  );
   byId("filters").addEventListener("submit", (event) => event.preventDefault());
   document.addEventListener("keydown", onKey);
   window.addEventListener("hashchange", () => {

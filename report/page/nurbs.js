@@ -27,14 +27,19 @@ function domainOf(degree, knots) {
 }
 
 function parametersOf(degree, knots, pointCount, perSpan) {
-  const [start, end] = domainOf(degree, knots);
+  const [low, high] = domainOf(degree, knots);
   const steps = Math.min(Math.max((pointCount - degree) * perSpan, 1), 400);
-  return Array.from({length: steps + 1}, (_, i) => start + ((end - start) * i) / steps);
+  return Array.from({length: steps + 1}, (_, i) => low + ((high - low) * i) / steps);
 }
 
 function isCurve(degree, knots, pointCount) {
-  return degree >= 1 && pointCount > degree && Array.isArray(knots) && knots.length === pointCount + degree - 1 &&
-    knots.every(Number.isFinite);
+  return (
+    degree >= 1 &&
+    pointCount > degree &&
+    Array.isArray(knots) &&
+    knots.length === pointCount + degree - 1 &&
+    knots.every(Number.isFinite)
+  );
 }
 
 /** Points of a curve, flat, of the flat control points. */
@@ -54,17 +59,23 @@ function curvePoints(degree, knots, points) {
 function surfaceGrid(surface, points) {
   const countU = surface.knotsU.length - surface.degreeU + 1;
   const countV = surface.knotsV.length - surface.degreeV + 1;
-  const us = parametersOf(surface.degreeU, surface.knotsU, countU, 6).map((u) => basisAt(surface.degreeU, surface.knotsU, countU, u));
-  const vs = parametersOf(surface.degreeV, surface.knotsV, countV, 6).map((v) => basisAt(surface.degreeV, surface.knotsV, countV, v));
+  const us = parametersOf(surface.degreeU, surface.knotsU, countU, 6).map((u) =>
+    basisAt(surface.degreeU, surface.knotsU, countU, u)
+  );
+  const vs = parametersOf(surface.degreeV, surface.knotsV, countV, 6).map((v) =>
+    basisAt(surface.degreeV, surface.knotsV, countV, v)
+  );
   const result = new Float32Array(us.length * vs.length * 3);
   let at = 0;
   for (const u of us) {
     for (const v of vs) {
       for (let axis = 0; axis < 3; ++axis) {
         let sum = 0;
-        u.values.forEach((a, i) => v.values.forEach((b, j) => {
-          sum += a * b * points[((u.first + i) * countV + v.first + j) * 3 + axis];
-        }));
+        u.values.forEach((a, i) =>
+          v.values.forEach((b, j) => {
+            sum += a * b * points[((u.first + i) * countV + v.first + j) * 3 + axis];
+          })
+        );
         result[at++] = sum;
       }
     }

@@ -30,10 +30,9 @@ function makeView(place) {
   const controls = new THREE.OrbitControls(camera, renderer.domElement);
   controls.enableKeys = false;
 
-  const view = {scene, camera, beforeDraw: []};
+  const view = {scene, camera};
   view.draw = () => {
     scene.background = new THREE.Color(colour("view"));
-    view.beforeDraw.forEach((step) => step());
     renderer.render(scene, camera);
   };
   const resize = () => {
@@ -44,11 +43,8 @@ function makeView(place) {
     renderer.setSize(width, height);
     view.draw();
   };
-  /** Looks at a sphere from where the camera stands, or from the side that is told. */
-  view.frame = (centre, radius, direction) => {
-    const from = direction || camera.position.clone().sub(controls.target);
-    const distance = (Math.max(radius, 1e-6) * 1.15) / Math.sin((camera.fov / 2) * (Math.PI / 180));
-    camera.position.copy(centre).addScaledVector(from.normalize(), distance);
+  const turnTo = (centre, from, distance) => {
+    camera.position.copy(centre).addScaledVector(from, distance);
     camera.near = distance / 500;
     camera.far = distance * 50;
     camera.updateProjectionMatrix();
@@ -56,6 +52,33 @@ function makeView(place) {
     controls.update();
     view.draw();
   };
+  const slope = () => Math.tan((camera.fov / 2) * (Math.PI / 180));
+  /** Moves to where a sphere fills the view. */
+  view.frame = (centre, radius) => {
+    turnTo(
+      centre,
+      camera.position.clone().sub(controls.target).normalize(),
+      (Math.max(radius, 1e-6) * 1.15) / Math.sin(Math.atan(slope()))
+    );
+  };
+  /** Moves to where the points (flat) fill the view, seen from a direction. */
+  view.frameAll = (points, direction) => {
+    const box = boxOf(points);
+    const centre = box.getCenter(new THREE.Vector3());
+    const from = direction.clone().normalize();
+    const right = new THREE.Vector3(0, 1, 0).cross(from).normalize();
+    const up = from.clone().cross(right);
+    const point = new THREE.Vector3();
+    let distance = 1e-6;
+    for (let i = 0; i + 2 < points.length; i += 3) {
+      point.set(points[i], points[i + 1], points[i + 2]).sub(centre);
+      const reach =
+        Math.max(Math.abs(point.dot(up)), Math.abs(point.dot(right)) / camera.aspect) / slope() + point.dot(from);
+      distance = reach > distance ? reach : distance;
+    }
+    turnTo(centre, from, Math.max(distance * 1.1, box.getSize(point).length() / 2));
+  };
+  resize();
   controls.addEventListener("change", view.draw);
   const sizes = new ResizeObserver(resize);
   sizes.observe(place);
@@ -70,6 +93,18 @@ function makeView(place) {
   };
   openViews.add(view);
   return view;
+}
+
+function boxOf(points) {
+  const box = new THREE.Box3();
+  const point = new THREE.Vector3();
+  for (let i = 0; i + 2 < points.length; i += 3) {
+    point.set(points[i], points[i + 1], points[i + 2]);
+    if (Number.isFinite(point.x + point.y + point.z)) {
+      box.expandByPoint(point);
+    }
+  }
+  return box.isEmpty() ? box.set(new THREE.Vector3(-1, -1, -1), new THREE.Vector3(1, 1, 1)) : box;
 }
 
 function attribute(numbers) {
@@ -95,7 +130,10 @@ function lines(numbers, style, index) {
 function dots(numbers, size, style) {
   const geometry = new THREE.BufferGeometry();
   geometry.setAttribute("position", attribute(numbers));
-  const object = new THREE.Points(geometry, new THREE.PointsMaterial(Object.assign({size, sizeAttenuation: false}, style)));
+  const object = new THREE.Points(
+    geometry,
+    new THREE.PointsMaterial(Object.assign({size, sizeAttenuation: false}, style))
+  );
   object.frustumCulled = false;
   return object;
 }
@@ -113,7 +151,10 @@ function sprite(draw, size) {
 
 function ring() {
   return sprite((context) => {
-    for (const [width, style] of [[22, "#fff"], [10, "#000"]]) {
+    for (const [width, style] of [
+      [22, "#fff"],
+      [10, "#000"]
+    ]) {
       context.lineWidth = width;
       context.strokeStyle = style;
       context.beginPath();
@@ -139,7 +180,14 @@ function letter(text, style) {
 // ---- heat ----------------------------------------------------------------------------------------------------------
 
 /** From dark to bright, told apart by lightness alone. */
-const HEAT = [[0.34, 0.06, 0.43], [0.58, 0.15, 0.4], [0.79, 0.26, 0.29], [0.95, 0.44, 0.12], [0.99, 0.65, 0.04], [0.96, 0.86, 0.35]];
+const HEAT = [
+  [0.34, 0.06, 0.43],
+  [0.58, 0.15, 0.4],
+  [0.79, 0.26, 0.29],
+  [0.95, 0.44, 0.12],
+  [0.99, 0.65, 0.04],
+  [0.96, 0.86, 0.35]
+];
 const CALM = [0.62, 0.66, 0.7];
 
 /** The colour of an error between the tolerance and the greatest, on a logarithmic scale. */
@@ -157,12 +205,27 @@ function cssColour(parts) {
   return `rgb(${parts.map((part) => Math.round(part * 255)).join(" ")})`;
 }
 
-function heatLegend(tolerance, greatest) {
-  return make("div", {class: "legend"},
+function heatLegend(tolerance, greatest, hasControls) {
+  return make(
+    "div",
+    {class: "legend"},
     make("span", {}, make("i", {style: `background:${cssColour(CALM)}`}), "within the tolerance"),
-    make("span", {}, `${short(tolerance)} units`,
+    make(
+      "span",
+      {},
+      `${short(tolerance)} units`,
       make("i", {class: "ramp", style: `background:linear-gradient(90deg,${HEAT.map(cssColour).join(",")})`}),
-      `${short(greatest)} units (logarithmic)`),
-    make("span", {}, make("i", {style: `height:0;border-top:2px solid ${colour("match")}`}), "Maya's shape"),
-    make("span", {}, "◯ worst point"));
+      `${short(greatest)} units (logarithmic)`
+    ),
+    make(
+      "span",
+      {},
+      make("i", {style: `height:0;border-top:2px solid ${colour("match")}`}),
+      hasControls ? "Maya's, with its control points" : "Maya's shape"
+    ),
+    hasControls
+      ? make("span", {}, make("i", {style: `height:0;border-top:2px solid ${colour("mismatch")}`}), "Zent's")
+      : "",
+    make("span", {}, "◯ worst point")
+  );
 }

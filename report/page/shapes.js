@@ -6,13 +6,13 @@ function facesOf(polygons, pointCount) {
   const vertices = numbersOf(polygons.vertices, Int32Array);
   const triangles = [];
   const edges = [];
-  let start = 0;
+  let first = 0;
   for (const count of counts) {
-    if (count < 0 || start + count > vertices.length) {
+    if (count < 0 || first + count > vertices.length) {
       break;
     }
-    const face = vertices.subarray(start, start + count);
-    start += count;
+    const face = vertices.subarray(first, first + count);
+    first += count;
     if (face.some((vertex) => vertex < 0 || vertex >= pointCount)) {
       continue;
     }
@@ -46,7 +46,7 @@ function gridEdges(sizes, pointCount) {
   let stride = 1;
   for (const size of sizes) {
     for (let point = 0; point < pointCount; ++point) {
-      if (Math.floor(point / stride) % size + 1 < size) {
+      if ((Math.floor(point / stride) % size) + 1 < size) {
         edges.push(point, point + stride);
       }
     }
@@ -57,24 +57,13 @@ function gridEdges(sizes, pointCount) {
 
 function distances(a, b) {
   return Float32Array.from({length: a.length / 3}, (_, i) =>
-    Math.hypot(a[3 * i] - b[3 * i], a[3 * i + 1] - b[3 * i + 1], a[3 * i + 2] - b[3 * i + 2]));
-}
-
-function sphereOf(points) {
-  const box = new THREE.Box3();
-  const point = new THREE.Vector3();
-  for (let i = 0; i + 2 < points.length; i += 3) {
-    point.set(points[i], points[i + 1], points[i + 2]);
-    if (Number.isFinite(point.x + point.y + point.z)) {
-      box.expandByPoint(point);
-    }
-  }
-  return box.isEmpty() ? new THREE.Sphere(new THREE.Vector3(), 1) : box.getBoundingSphere(new THREE.Sphere());
+    Math.hypot(a[3 * i] - b[3 * i], a[3 * i + 1] - b[3 * i + 1], a[3 * i + 2] - b[3 * i + 2])
+  );
 }
 
 /** Points that are no points would spoil the whole picture: they stand where the other side has them. */
 function drawable(points, others) {
-  return points.map((value, i) => Number.isFinite(value) ? value : Number.isFinite(others[i]) ? others[i] : 0);
+  return points.map((value, i) => (Number.isFinite(value) ? value : Number.isFinite(others[i]) ? others[i] : 0));
 }
 
 /** What of a shape is drawn besides its points: derived points, triangles over them, and edges over its own points. */
@@ -85,28 +74,49 @@ function formOf(shape) {
     return {derive: (points) => points, triangles: faces.triangles, edges: faces.edges, control: false};
   }
   if (kind === "curve" && isCurve(shape.degree, shape.knots, count)) {
-    return {derive: (points) => curvePoints(shape.degree, shape.knots, points), triangles: null, edges: gridEdges([count], count),
-      control: true};
+    return {
+      derive: (points) => curvePoints(shape.degree, shape.knots, points),
+      triangles: null,
+      edges: gridEdges([count], count),
+      control: true
+    };
   }
   if (kind === "surface" && Array.isArray(shape.knotsU) && Array.isArray(shape.knotsV)) {
     const countU = shape.knotsU.length - shape.degreeU + 1;
     const countV = shape.knotsV.length - shape.degreeV + 1;
-    if (countU * countV === count && isCurve(shape.degreeU, shape.knotsU, countU) && isCurve(shape.degreeV, shape.knotsV, countV)) {
+    if (
+      countU * countV === count &&
+      isCurve(shape.degreeU, shape.knotsU, countU) &&
+      isCurve(shape.degreeV, shape.knotsV, countV)
+    ) {
       const grid = surfaceGrid(shape, new Float32Array(3 * count));
-      return {derive: (points) => surfaceGrid(shape, points).positions, triangles: gridFaces(grid.width, grid.height),
-        edges: gridEdges([countV, countU], count), control: true};
+      return {
+        derive: (points) => surfaceGrid(shape, points).positions,
+        triangles: gridFaces(grid.width, grid.height),
+        edges: gridEdges([countV, countU], count),
+        control: true
+      };
     }
   }
   const divisions = Array.isArray(shape.divisions) ? shape.divisions : [];
   return {derive: null, triangles: null, edges: gridEdges(divisions, count), control: true};
 }
 
-function slider(label, attributes, show, change) {
+function slider(label, attributes, show, onChange) {
   const output = make("output", {}, show(Number(attributes.value)));
-  const input = make("input", Object.assign({type: "range", oninput: () => {
-    output.textContent = show(Number(input.value));
-    change(Number(input.value));
-  }}, attributes));
+  const input = make(
+    "input",
+    Object.assign(
+      {
+        type: "range",
+        oninput: () => {
+          output.textContent = show(Number(input.value));
+          onChange(Number(input.value));
+        }
+      },
+      attributes
+    )
+  );
   return make("label", {}, label, input, output);
 }
 
@@ -117,13 +127,17 @@ function shapesPicture(place, shape, tolerance, worst) {
   const count = Math.min(mayaFile.length, zentFile.length) / 3;
   const form = formOf(Object.assign({}, shape, {count}));
   const errors = distances(mayaFile, zentFile);
-  const greatest = errors.reduce((most, error) => error > most ? error : most, 0);
+  const greatest = errors.reduce((most, error) => (error > most ? error : most), 0);
   const over = errors.reduce((sum, error) => sum + (error >= tolerance ? 1 : 0), 0);
   const maya = drawable(mayaFile, zentFile);
   const zent = drawable(zentFile, mayaFile);
 
-  const frame = make("div", {class: "view", role: "img", tabindex: 0,
-    "aria-label": `${plural(count, shape.kind + " point")}, the error as heat`});
+  const frame = make("div", {
+    class: "view",
+    role: "img",
+    tabindex: 0,
+    "aria-label": `${plural(count, shape.kind + " point")}, the error as heat`
+  });
   const figure = make("figure", {class: "picture"}, frame);
   place.append(figure);
   const view = makeView(frame);
@@ -160,10 +174,21 @@ function shapesPicture(place, shape, tolerance, worst) {
         } else {
           const a = form.derive(maya);
           const b = form.derive(zent);
-          geometry.setAttribute("color", attribute([...distances(a, b)].flatMap((error) => heat(error, tolerance, greatest))));
+          geometry.setAttribute(
+            "color",
+            attribute([...distances(a, b)].flatMap((error) => heat(error, tolerance, greatest)))
+          );
         }
-        return new THREE.Mesh(geometry, new THREE.MeshLambertMaterial({vertexColors: THREE.VertexColors,
-          side: THREE.DoubleSide, polygonOffset: true, polygonOffsetFactor: 1, polygonOffsetUnits: 1}));
+        return new THREE.Mesh(
+          geometry,
+          new THREE.MeshLambertMaterial({
+            vertexColors: THREE.VertexColors,
+            side: THREE.DoubleSide,
+            polygonOffset: true,
+            polygonOffsetFactor: 1,
+            polygonOffsetUnits: 1
+          })
+        );
       });
       view.scene.children[view.scene.children.length - 1].frustumCulled = false;
     } else if (form.derive) {
@@ -205,46 +230,72 @@ function shapesPicture(place, shape, tolerance, worst) {
       }
       view.draw();
     };
-    const whole = () => {
-      const sphere = sphereOf([...maya, ...shown]);
-      view.frame(sphere.center, sphere.radius, new THREE.Vector3(0.55, 0.35, 1));
-    };
-    const toWorst = () => view.frame(marks.position.clone(), Math.max(greatest * exaggeration * 1.5, sphereOf(maya).radius / 12));
-    const wires = make("input", {type: "checkbox", checked: true, onchange: () => {
-      view.scene.traverse((object) => {
-        if (object.isLineSegments && object.material.color.equals(new THREE.Color(mayaStyle.color))) {
-          object.visible = wires.checked;
-        }
-      });
-      view.draw();
-    }});
-    figure.append(make("div", {class: "tools"},
-      slider("Maya ↔ Zent", {min: 0, max: 1, step: 0.01, value: 1, "aria-label": "From Maya's shape to Zent's"},
-        (value) => `${Math.round(value * 100)}%`, (value) => {
-          blend = value;
-          update();
-        }),
-      slider("Exaggerate", {min: 0, max: 3, step: 0.05, value: 0, "aria-label": "Exaggerate the difference"},
-        (value) => `×${short(10 ** value, 2)}`, (value) => {
-          exaggeration = 10 ** value;
-          update();
-        }),
-      hasWorst ? make("button", {type: "button", onclick: toWorst}, "Worst point") : null,
-      make("button", {type: "button", onclick: whole}, "Whole shape"),
-      form.edges.length > 0 ? make("label", {}, wires, "Maya's lines") : null));
+    const whole = () => view.frameAll([...maya, ...shown], new THREE.Vector3(0.55, 0.35, 1));
+    const toWorst = () =>
+      view.frame(
+        marks.position.clone(),
+        Math.max(greatest * exaggeration * 1.5, boxOf(maya).getSize(new THREE.Vector3()).length() / 24)
+      );
+    const wires = make("input", {
+      type: "checkbox",
+      checked: true,
+      onchange: () => {
+        view.scene.traverse((object) => {
+          if (object.isLineSegments && object.material.color.equals(new THREE.Color(mayaStyle.color))) {
+            object.visible = wires.checked;
+          }
+        });
+        view.draw();
+      }
+    });
+    figure.append(
+      make(
+        "div",
+        {class: "tools"},
+        slider(
+          "Maya ↔ Zent",
+          {min: 0, max: 1, step: 0.01, value: 1, "aria-label": "From Maya's shape to Zent's"},
+          (value) => `${Math.round(value * 100)}%`,
+          (value) => {
+            blend = value;
+            update();
+          }
+        ),
+        slider(
+          "Exaggerate",
+          {min: 0, max: 3, step: 0.05, value: 0, "aria-label": "Exaggerate the difference"},
+          (value) => `×${short(10 ** value, 2)}`,
+          (value) => {
+            exaggeration = 10 ** value;
+            update();
+          }
+        ),
+        hasWorst ? make("button", {type: "button", onclick: toWorst}, "Worst point") : null,
+        make("button", {type: "button", onclick: whole}, "Whole shape"),
+        form.edges.length > 0 ? make("label", {}, wires, "Maya's lines") : null
+      )
+    );
     update();
     whole();
   }
-  figure.append(heatLegend(tolerance, greatest));
-  figure.append(make("figcaption", {}, `Maya's ${shape.kind} (lines) and Zent's (heat): ` +
-    `${over.toLocaleString("en")} of ${plural(count, "point")} over ${short(tolerance)}` +
-    (worst >= 0 && worst < count ? `; point ${worst} is furthest off, by ${short(errors[worst])} units.` : ".") +
-    " Drag to turn, scroll to zoom."));
+  figure.append(heatLegend(tolerance, greatest, form.control));
+  figure.append(
+    make(
+      "figcaption",
+      {},
+      `Maya's ${shape.kind} (blue lines) and Zent's${form.control ? "" : " (heat)"}: ` +
+        `${over.toLocaleString("en")} of ${plural(count, "point")} over ${short(tolerance)}` +
+        (worst >= 0 && worst < count ? `; point ${worst} is furthest off, by ${short(errors[worst])} units.` : ".") +
+        " Drag to turn, scroll to zoom."
+    )
+  );
 }
 
 /** Points by a matrix in Maya's row order, flat. */
 function transformed(points, m) {
-  return Float32Array.from(points.flatMap((p) => [0, 1, 2].map((i) => p[0] * m[i] + p[1] * m[4 + i] + p[2] * m[8 + i] + m[12 + i])));
+  return Float32Array.from(
+    points.flatMap((p) => [0, 1, 2].map((i) => p[0] * m[i] + p[1] * m[4 + i] + p[2] * m[8 + i] + m[12 + i]))
+  );
 }
 
 function base64Of(numbers) {
@@ -260,5 +311,10 @@ function shapesOfOutput(maya, zent, type) {
   if (!maya || !zent || !Array.isArray(maya.cv) || !Array.isArray(zent.cv) || maya.cv.length !== zent.cv.length) {
     return null;
   }
-  return Object.assign({}, maya, {kind: type.toLowerCase(), count: maya.cv.length, maya: base64Of(read(maya)), zent: base64Of(read(zent))});
+  return Object.assign({}, maya, {
+    kind: type.toLowerCase(),
+    count: maya.cv.length,
+    maya: base64Of(read(maya)),
+    zent: base64Of(read(zent))
+  });
 }

@@ -2,6 +2,8 @@
 
 #include "zentreport/template.h"
 
+#include <fmt/format.h>
+
 #include <cmath>
 #include <iterator>
 #include <limits>
@@ -112,7 +114,13 @@ std::string textOf(const zent::ResultRecord& record) {
     if (record.outcome == Outcome::ignored && !record.nearest.empty()) {
         return "unknown method; the nearest is " + record.nearest;
     }
-    return record.outcome == Outcome::error ? record.error : record.worst.note;
+    if (record.outcome == Outcome::error) {
+        return record.error;
+    }
+    const zent::WorstValue& worst = record.worst;
+    return worst.note.empty() && worst.notFinite > 0
+               ? fmt::format("{} of {} values not finite", worst.notFinite, worst.count)
+               : worst.note;
 }
 
 } // namespace
