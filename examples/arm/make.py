@@ -309,10 +309,17 @@ scene.node("reachRatio", input1=[Fed("reach.distance", 0), 0, 0], input2=[UPPER 
 manifest.record("reachRatio", "multiplyDivide1D", [".output.outputX"],
                 [".input1.input1X", ".input2.input2X", ".operation"])
 
+
+
+def color(name, r, g, b):
+    return {name: {"compound": {f"{name}R": r, f"{name}G": g, f"{name}B": b}}}
+
+
 scene.node("stretch", firstTerm=Fed("reachRatio.output.outputX", 0), secondTerm=1, operation=2,
-           colorIfTrue=[Fed("reachRatio.output.outputX", 0), 0, 0], colorIfFalse=ONE, outColor=[max(ratio, 1), 1, 1])
-manifest.record("stretch", "condition1D", [".outColor.outColorX"],
-                [".firstTerm", ".secondTerm", ".colorIfTrue.colorIfTrueX", ".colorIfFalse.colorIfFalseX",
+           **color("colorIfTrue", Fed("reachRatio.output.outputX", 0), 0, 0), **color("colorIfFalse", 1, 1, 1),
+           **color("outColor", max(ratio, 1), 1, 1))
+manifest.record("stretch", "condition1D", [".outColor.outColorR"],
+                [".firstTerm", ".secondTerm", ".colorIfTrue.colorIfTrueR", ".colorIfFalse.colorIfFalseR",
                  ".operation"])
 
 scene.node("slack", input=[Fed("reachRatio.output.outputX", 0), 0, 0], output=[1 - ratio, 1, 1])

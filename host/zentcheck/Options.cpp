@@ -56,6 +56,8 @@ constexpr std::array<CommandFlag, 7> kCommandFlags{{
 }};
 
 constexpr const char* kUsage = "Usage: zentcheck [options] MANIFEST [RESOURCE]\n"
+                               "       zentcheck --lint [--scene FILE] MANIFEST [RESOURCE]\n"
+                               "       zentcheck --list-methods [--json]\n"
                                "       zentcheck --list-resources FILE\n"
                                "       zentcheck --disassemble FILE --block N [--constants N]\n"
                                "       zentcheck --compile-expression FILE [--inputs \"a;b\" --outputs \"c;d\"]\n";
@@ -90,6 +92,11 @@ bool Options::has(const char* flag) const {
     return std::find(flags.begin(), flags.end(), flag) != flags.end();
 }
 
+std::string Options::flagValue(const char* flag) const {
+    const auto found = std::find(flags.begin(), flags.end(), flag);
+    return found == flags.end() ? "" : *(found + 1);
+}
+
 Options parseOptions(int argc, char** argv) {
     CLI::App app("Holds node functions against the results that a manifest records.", "zentcheck");
     app.set_version_flag("--version", std::string("zentcheck ") + ZENT_VERSION, "Print the version and exit");
@@ -113,6 +120,13 @@ Options parseOptions(int argc, char** argv) {
     app.add_option("--scene", options.scene, "The scene that plug names refer to, a JSON file")->type_name("FILE");
     app.add_option("--plugin", options.plugin, "The plug-in [../lib/ZentMayaNodes.so beside this program]")
         ->type_name("FILE");
+    CLI::Option* lint =
+        app.add_flag("--lint", options.lint, "Tell all mistakes of the manifest that show without a run");
+    lint->group(kInsteadOfARun);
+    CLI::Option* methods =
+        app.add_flag("--list-methods", options.listMethods, "Tell the methods, and Maya's nodes and plugs of each");
+    methods->group(kInsteadOfARun);
+    app.add_flag("--json", options.asJson, "The same as JSON")->needs(methods)->group(kInsteadOfARun);
     CLI::Option* list =
         app.add_option("--list-resources", options.listResources, "Tell what a resource file holds, and check nothing");
     list->type_name("FILE")->group(kInsteadOfARun);
@@ -136,7 +150,7 @@ Options parseOptions(int argc, char** argv) {
         ->group(kInsteadOfARun);
     try {
         app.parse(argc, argv);
-        if (options.manifest.empty() && list->count() == 0 && disassemble->count() == 0 && compile->count() == 0) {
+        if (options.manifest.empty() && options.needsManifest()) {
             throw CLI::RequiredError("MANIFEST");
         }
     } catch (const CLI::CallForHelp&) {

@@ -21,8 +21,21 @@ struct Options {
     std::string compileExpression;         ///< a text to compile, instead of a run
     std::string inputs;                    ///< the names of its slots, "a;b"
     std::string outputs;
+    bool listMethods = false; ///< tell about the methods, instead of a run
+    bool asJson = false;
+    bool lint = false; ///< look for the manifest's mistakes, instead of a run
 
+    bool needsManifest() const {
+        return listResources.empty() && disassemble.empty() && compileExpression.empty() && !listMethods;
+    }
+    bool isRun() const { return needsManifest() && !lint; }
+    /// The resource file that is asked about instead of a run.
+    const std::string& toolFile() const {
+        return lint ? resource : listResources.empty() ? disassemble : listResources;
+    }
     bool has(const char* flag) const;
+    /// The value of one of the command's flags, empty if it is not given.
+    std::string flagValue(const char* flag) const;
     /// The words of the command's call.
     std::vector<std::string> commandWords() const;
 };

@@ -7,12 +7,18 @@
 #include "tools/CompileExpression.h"
 #include "tools/Disassemble.h"
 #include "tools/ListResources.h"
+#include "zent/methods/Lint.h"
+#include "zent/methods/listMethods.h"
+#include "zent/values/Select.h"
 #include "zentcheck/Options.h"
 #include "zentcheck/Plugin.h"
 #include "zentcheck/Terminal.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cstdio>
 #include <exception>
+#include <fstream>
 #include <iostream>
 #include <stdexcept>
 #include <string>
@@ -44,10 +50,36 @@ Status runCheck(const host::Options& options, host::Terminal& terminal) {
     return *matched ? kMatched : kMismatched;
 }
 
+Status lintManifest(const host::Options& options) {
+    std::ifstream file(options.manifest);
+    if (!file.is_open()) {
+        throw std::runtime_error("cannot open file " + options.manifest);
+    }
+    zent::LintSettings settings;
+    if (!options.resource.empty()) {
+        settings.resource = options.resource;
+    }
+    if (options.scene) {
+        scene::readSceneFile(*options.scene, options.resource, scene::Scene::current());
+        settings.hasScene = true;
+        zent::namescope = options.flagValue("-namespace");
+    }
+    const std::vector<zent::Mistake> mistakes = zent::lint(nlohmann::json::parse(file), settings);
+    for (const zent::Mistake& mistake : mistakes) {
+        std::cout << mistake.inWords() << '\n';
+    }
+    return mistakes.empty() ? kMatched : kMismatched;
+}
+
 /// What the command line asks for instead of a run.
 Status runTool(const host::Options& options) {
+    Status status = kMatched;
     try {
-        if (!options.listResources.empty()) {
+        if (options.lint) {
+            status = lintManifest(options);
+        } else if (options.listMethods) {
+            options.asJson ? zent::listMethodsAsJson(std::cout) : zent::listMethods(std::cout);
+        } else if (!options.listResources.empty()) {
             zent::listResources(options.listResources, std::cout);
         } else if (!options.compileExpression.empty()) {
             zent::printCompiledExpression(options.compileExpression, options.inputs, options.outputs, std::cout);
@@ -55,12 +87,11 @@ Status runTool(const host::Options& options) {
             zent::disassemble(options.disassemble, options.block, options.constants, std::cout);
         }
         if (std::cout.flush()) {
-            return kMatched;
+            return status;
         }
         std::cerr << "error: cannot write to standard output\n";
     } catch (const std::length_error&) {
-        std::cerr << "error: " << (options.listResources.empty() ? options.disassemble : options.listResources)
-                  << " is no resource file: its table has impossible sizes\n";
+        std::cerr << "error: " << options.toolFile() << " is no resource file: its table has impossible sizes\n";
     } catch (const std::exception& error) {
         std::cerr << "error: " << error.what() << '\n';
     }
@@ -94,9 +125,7 @@ Status run(const host::Options& options) {
 int main(int argc, char** argv) {
     try {
         const host::Options options = host::parseOptions(argc, argv);
-        const bool isTool =
-            !options.listResources.empty() || !options.disassemble.empty() || !options.compileExpression.empty();
-        return isTool ? runTool(options) : run(options);
+        return options.isRun() ? run(options) : runTool(options);
     } catch (const host::UsageExit& usage) {
         std::fputs(usage.out.c_str(), stdout);
         std::fputs(usage.err.c_str(), stderr);

@@ -1,3 +1,4 @@
+#include "zent/methods/NodeTable.h"
 #include "zent/proxies/Registry.h"
 
 #include <gtest/gtest.h>
@@ -45,10 +46,10 @@ std::string inWords(const ValueInfo& value) {
     return "list of " + words + (value.most == 2 ? ", at most 2" : "");
 }
 
-/// "method | 0: `plug`, type ... | 0: type ...", with no more of the document's words than that.
+/// "method | node types | 0: `plug`, type ... | 0: type ...", with no more of the document's words than that.
 std::string told(const MethodInfo& method) {
     std::ostringstream row;
-    row << method.name << " |";
+    row << method.name << " | " << nodeTypesInWords(method.name) << " |";
     for (std::size_t i = 0; i < method.results.size(); ++i) {
         const ValueInfo& value = method.results[i];
         const bool euler = value.type.compare(0, 5, "Euler") == 0;
@@ -65,12 +66,12 @@ std::string told(const MethodInfo& method) {
 /// A row of the document's table in that form.
 std::string shortened(const std::string& line) {
     const std::vector<std::string> cells = splitAt(line, " | ");
-    std::string row = std::regex_replace(cells[0], std::regex("[|` ]"), "") + " |";
-    for (const std::string& output : splitAt(cells[1], "<br>")) {
+    std::string row = std::regex_replace(cells[0], std::regex("[|` ]"), "") + " | " + cells[1] + " |";
+    for (const std::string& output : splitAt(cells[2], "<br>")) {
         row += " " + std::regex_replace(output, std::regex(" \\(.*\\)$"), "");
     }
     row += " |";
-    for (std::string argument : splitAt(std::regex_replace(cells[2], std::regex(" \\|$"), ""), "<br>")) {
+    for (std::string argument : splitAt(std::regex_replace(cells[3], std::regex(" \\|$"), ""), "<br>")) {
         row += " " + std::regex_replace(argument, std::regex("^(\\d+: ).*\\(([^()]*)\\)$"), "$1$2");
     }
     return row;

@@ -59,6 +59,19 @@ TEST(CommandTest, BadUsageIsToldAndGivesStatusTwo) {
     }
 }
 
+TEST(CommandTest, LintTellsMistakesAndTheListTellsMethods) {
+    const std::string good = writeFile("good.json", "[" + record("6") + "]");
+    const std::string bad = writeFile("bad.json", "[" + record("6", "addDubleLinear") + "]");
+    EXPECT_EQ(zentcheck("--lint " + good).status, 0);
+    EXPECT_EQ(zentcheck("--lint " + good).out, "");
+    EXPECT_EQ(zentcheck("--lint " + bad).status, 1);
+    EXPECT_EQ(zentcheck("--lint " + bad).out, "record 0, n(addDubleLinear): unknown method \"addDubleLinear\", did you "
+                                              "mean \"addDoubleLinear\"?\n");
+    EXPECT_EQ(zentcheck("--lint /no/such/manifest.json").status, 2);
+    EXPECT_NE(zentcheck("--list-methods").out.find("ikHandle (ikRPsolver)"), std::string::npos);
+    EXPECT_EQ(zentcheck("--list-methods --json").out.rfind("{\n  \"methods\": [", 0), 0U);
+}
+
 TEST(CommandTest, ATerminalShowsASummaryAndNoRecordThatMatched) {
     const std::string command = std::string(ZENTCHECK) + " " + writeFile("good.json", "[" + record("5") + "]");
     const Outcome outcome = run("script -qec '" + command + "' /dev/null");
