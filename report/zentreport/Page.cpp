@@ -194,7 +194,7 @@ void Page::keepFull(const Rank& rank, const zent::ResultRecord& record) {
     }
 }
 
-void Page::write(std::ostream& out, const Tally& tally) const {
+void Page::writeData(std::ostream& out, const Tally& tally) const {
     json units = json::array({"value", "degrees", "distance"});
     json methods = methodsOf(tally);
     std::map<std::string, std::size_t> methodNumbers;
@@ -233,13 +233,18 @@ void Page::write(std::ostream& out, const Tally& tally) const {
                        {"full", full_.size()},
                        {"program", "zentreport " ZENT_VERSION}};
 
-    const std::string_view page = pageTemplate();
-    const std::size_t mark = page.find(kDataMark);
-    out << page.substr(0, mark) << "<script type=\"application/json\" id=\"data\">" << forScript(data) << "</script>\n";
+    out << "<script type=\"application/json\" id=\"data\">" << forScript(data) << "</script>\n";
     for (const Full& record : full_) {
         out << "<script type=\"application/json\" id=\"record" << record.rank.number << "\">" << record.line
             << "</script>\n";
     }
+}
+
+void Page::write(std::ostream& out, const Tally& tally) const {
+    const std::string_view page = pageTemplate();
+    const std::size_t mark = page.find(kDataMark);
+    out << page.substr(0, mark);
+    writeData(out, tally);
     out << page.substr(mark + kDataMark.size());
 }
 

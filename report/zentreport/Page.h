@@ -20,6 +20,8 @@ public:
     void add(const zent::ResultRecord& record, std::size_t file);
     /// The page: one HTML file that needs no other.
     void write(std::ostream& out, const Tally& tally) const;
+    /// What of the page is not the same for all results: script elements that hold JSON.
+    void writeData(std::ostream& out, const Tally& tally) const;
 
 private:
     /// Where a record stands among the worst.

@@ -1,6 +1,7 @@
 #include "zentreport/junit.h"
 
 #include <fmt/format.h>
+#include <unistd.h>
 
 #include <array>
 #include <cmath>
@@ -157,10 +158,9 @@ void JUnitWriter::endFile(const FileTally& file) {
     while (const std::size_t size = std::fread(chunk.data(), 1, chunk.size(), cases_)) {
         out_.write(chunk.data(), static_cast<std::streamsize>(size));
     }
-    std::fclose(cases_);
-    cases_ = std::tmpfile();
-    if (cases_ == nullptr) {
-        throw std::runtime_error("cannot make a temporary file");
+    std::rewind(cases_);
+    if (ftruncate(fileno(cases_), 0) != 0) {
+        throw std::runtime_error("cannot empty the temporary file");
     }
     out_ << "    <system-out/>\n    <system-err/>\n  </testsuite>\n";
 }

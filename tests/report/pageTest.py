@@ -1,4 +1,4 @@
-"""Opens the page in Chromium: pageTest.py ZENTREPORT [--screenshots FOLDER].
+"""Opens the page in Chromium: pageTest.py ZENTREPORT [--screenshots FOLDER]; zentcheck lies beside it.
 
 Every test ends with a look at the browser's console: nothing may have gone wrong there."""
 import pathlib
@@ -17,6 +17,7 @@ from selenium.webdriver.support.ui import Select, WebDriverWait
 import makeResults
 
 PROGRAM = ""
+ARM = pathlib.Path(__file__).resolve().parents[2] / "examples" / "arm"
 SCREENSHOTS = None
 
 # How much of a canvas is not its background, and how much of it has a heat's colour: much red, little blue.
@@ -57,8 +58,10 @@ class Page(unittest.TestCase):
         makeResults.write(root / "pictures", makeResults.pictures())
         makeResults.write(root / "many", makeResults.many(100000), 100000)
         makeResults.write(root / "more", makeResults.many(20), 20)
+        makeResults.write(root / "faults", makeResults.faults(pathlib.Path(PROGRAM).with_name("zentcheck"), ARM))
         cls.make_page("pictures", "pictures")
         cls.make_page("many", "many")
+        cls.make_page("faults", "faults")
         cls.make_page("both", "pictures", "more")
 
     @classmethod
@@ -109,6 +112,19 @@ class Page(unittest.TestCase):
         self.open("many")
         self.browser.get(address)  # the view comes back with the address
         self.assertEqual((self.nodes(), self.one("#search").get_attribute("value")), (["aim"], "ctrl.txx"))
+
+    def test_the_examples_faults_are_three_mismatches(self):
+        self.open("faults")  # without an address, the worst is open
+        self.assertEqual(self.nodes()[:3], ["armSkin", "wristTurns", "reachRatio"])
+        self.assertEqual(self.one("#counts [data-outcome='mismatch']").text, "✕3 mismatch")
+        self.assertIn("armSkin", self.record())
+        self.one("#body tr[data-row='1']").click()
+        self.assertIn("wristTurns", self.record())
+        self.assertIn("constraintRotate is off by 33.8°", self.one("#record").text)
+        self.assertGreater(self.canvas()[0], 0.005)
+        offset = "return [...document.querySelectorAll('.inputs dt')].find((dt) => dt.textContent.startsWith('offset'))"
+        shown = self.browser.execute_script(offset + ".nextElementSibling.innerText")
+        self.assertEqual(shown.split(), "degrees 5 0 -10 radians 0.0872665 0 -0.174533".split())
 
     def test_the_table_sorts_and_keys_step(self):
         self.open("pictures", "#all")
