@@ -93,7 +93,9 @@ std::string guessMesh(const Bytes& bytes) {
 
 std::string guessConstants(const Bytes& bytes) {
     std::vector<Value> constants;
-    const bool fits = bytes.size() % kStoredValueSize == 0 && parses(constants, bytes);
+    const bool fits = bytes.size() % kStoredValueSize == 0 && parses(constants, bytes) &&
+                      std::none_of(constants.begin(), constants.end(),
+                                   [](const Value& value) { return std::holds_alternative<UnknownValue>(value); });
     return fits ? fmt::format("constants: {}", constants.size()) : "";
 }
 

@@ -99,8 +99,10 @@ TEST_F(SpineTest, EndsTheRunOnAnyExceptionOfARecord) {
     const std::pair<const char*, const char*> cases[] = {
         {R"("results": [{"value": 1}])", "[json.exception.out_of_range.403] key 'attribute' not found"},
         {R"("results": [{"attribute": 0}])", "[json.exception.out_of_range.403] key 'value' not found"},
-        {R"("results": [{"attribute": 4000000000, "value": 1}])", "attribute 4000000000 is beyond the limit of 65535"},
-        {R"("results": [{"attribute": 1e20, "value": 1}])", "number 1e+20 is beyond an unsigned 32-bit integer"},
+        {R"("results": [{"attribute": 1e20, "value": 1}])",
+         "results: number 1e+20 is beyond an unsigned 32-bit integer"},
+        {R"("results": [{"attribute": 7, "indices": [-1.5], "value": 1}])",
+         "results, attribute 7: number -1.5 is beyond an unsigned 32-bit integer"},
         {R"("arguments": [])", R"("results" have no entry with "attribute" 0)"},
         {R"("results": [{"attribute": 0, "value": 1}])", "not single"},
         {R"("results": [{"attribute": 0, "value": 1}, {"attribute": 0, "value": 1}])", "not a string"},
@@ -120,8 +122,8 @@ TEST_F(SpineTest, EndsTheRunOnAnyExceptionOfARecord) {
 TEST_F(SpineTest, FilesEntriesByAttributeAndPrefersTheName) {
     add(std::make_unique<PointList>(std::vector<vec3>{}, std::vector<vec3>{}));
     EXPECT_TRUE(check(R"([{"node_name": "n", "method": "addDoubleLinear",
-        "results": {"x": {"attribute": 0, "name": 5.0, "value": "no plug"}},
-        "arguments": [{"attribute": 1, "value": true}, {"attribute": 0, "value": 4, "indices": [1, 2]}]}])"));
+        "results": {"x": {"attribute": 0, "name": 5.0, "value": "no plug"}, "y": {"attribute": 4000000000, "value": 1}},
+        "arguments": [{"attribute": 65536, "value": "no plug"}, {"attribute": 1, "value": true}, {"attribute": 0, "value": 4, "indices": [1, 2]}]}])"));
 }
 
 class DeformerLoopTest : public SpineTest {

@@ -11,6 +11,7 @@
 #include <maya/MGlobal.h>
 
 #include <exception>
+#include <filesystem>
 #include <fstream>
 #include <utility>
 
@@ -36,7 +37,8 @@ MStatus ZentCheck::doIt(const MArgList& args) {
     MString path;
     database.getCommandArgument(0, path);
     std::ifstream file(path.asChar());
-    if (!file.is_open()) {
+    std::error_code ignored;
+    if (!file.is_open() || std::filesystem::is_directory(path.asChar(), ignored)) {
         MGlobal::displayError(MString("cannot open file ") + path);
         return MStatus::kFailure;
     }

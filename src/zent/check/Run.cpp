@@ -52,9 +52,10 @@ void fileEntries(json& record, const char* key, File file) {
         return;
     }
     for (json& entry : *list) {
-        const unsigned int attribute = toUnsigned(entry.at("attribute"));
-        std::vector<unsigned int> indices = takeIndices(entry);
-        file(attribute, Element(takeValue(entry), std::move(indices), {key, attribute}));
+        const auto attribute = toldAt({key, std::nullopt}, [&entry] { return toUnsigned(entry.at("attribute")); });
+        const Place place{key, attribute};
+        auto indices = toldAt(place, [&entry] { return takeIndices(entry); });
+        file(attribute, Element(takeValue(entry), std::move(indices), place));
     }
 }
 
@@ -119,7 +120,7 @@ unsigned Run::checkSingle(json record) const {
     const std::string method = text(record, "method");
     std::vector<Port> ports;
     fileEntries(record, "results",
-                [&](unsigned int attribute, Element&& element) { portAt(ports, attribute).add(std::move(element)); });
+                [&](unsigned int attribute, Element&& element) { addTo(ports, attribute, std::move(element)); });
     Arguments args;
     fileEntries(record, "arguments",
                 [&](unsigned int attribute, Element&& element) { args.add(attribute, std::move(element)); });

@@ -175,6 +175,15 @@ public:
         return list[index];
     }
 
+    const Value& constantOf(const std::vector<Value>& constants) {
+        const Value& constant = itemOf(constants, "the list of constants");
+        if (const auto* unknown = std::get_if<UnknownValue>(&constant)) {
+            fail("the constant of code[" + std::to_string(ip_ - 1) + "] has the index " +
+                 std::to_string(unknown->index) + ", the last one is 3");
+        }
+        return constant;
+    }
+
 private:
     const std::vector<unsigned char>& code_;
     std::size_t ip_;
@@ -208,7 +217,7 @@ VM::Floats VM::run(const Floats& inputs, Meter meter) {
         meter();
         switch (static_cast<Opcode>(code.readByte())) {
         case Opcode::Constant:
-            stack_.push(code.itemOf(constants_, "the list of constants"));
+            stack_.push(code.constantOf(constants_));
             break;
         case Opcode::Vector:
             makeVector(stack_);

@@ -1,7 +1,5 @@
 #include "zent/expression/Value.h"
 
-#include "zent/math/require.h"
-
 #include <array>
 #include <charconv>
 #include <cstring>
@@ -42,7 +40,7 @@ Value valueFromBytes(const char* record) {
         return ValueVector{storedField<double>(record), storedField<double>(record + 8),
                            storedField<double>(record + 16)};
     default:
-        fail("a stored value has the index " + std::to_string(index) + ", the last one is 3");
+        return UnknownValue{index};
     }
 }
 
@@ -54,6 +52,8 @@ std::string toText(const Value& value) {
         return std::to_string(*std::get_if<int>(&value));
     case 2:
         return doubleText(*std::get_if<double>(&value));
+    case 4:
+        return "unknown kind " + std::to_string(std::get_if<UnknownValue>(&value)->index);
     default: {
         const auto& vector = *std::get_if<ValueVector>(&value);
         return "(" + doubleText(vector.x) + ", " + doubleText(vector.y) + ", " + doubleText(vector.z) + ")";

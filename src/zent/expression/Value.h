@@ -13,8 +13,14 @@ struct ValueVector {
     double z = 0.0;
 };
 
-/// A value of the expression machine; the order of its alternatives is that of the stored form.
-using Value = std::variant<bool, int, double, ValueVector>;
+/// A stored value of no known kind, which no instruction takes.
+struct UnknownValue {
+    unsigned char index;
+};
+
+/// A value of the expression machine; the order of its alternatives is that of the stored form. The last one stands in
+/// lists of constants only.
+using Value = std::variant<bool, int, double, ValueVector, UnknownValue>;
 
 /// What a value of the wrong alternative throws.
 class UnexpectedIndex : public std::bad_variant_access {
@@ -50,10 +56,11 @@ inline double toNumber(const Value& value) {
 inline constexpr std::size_t kStoredValueSize = 32;
 
 /// Reads one stored value of `kStoredValueSize` bytes, little-endian. A bool is true for any byte but 0; the padding is
-/// not read. Throws std::runtime_error for an index above 3: "a stored value has the index INDEX, the last one is 3".
+/// not read. An index above 3 gives an UnknownValue.
 Value valueFromBytes(const char* record);
 
-/// The value as text: true, 7, 3.5 (always with a point or an exponent), (1.0, 0.0, 0.5). Reads back exactly.
+/// The value as text: true, 7, 3.5 (always with a point or an exponent), (1.0, 0.0, 0.5). Reads back exactly; an
+/// unknown value, as "unknown kind 9", does not.
 std::string toText(const Value& value);
 
 } // namespace zent

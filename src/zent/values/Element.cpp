@@ -12,16 +12,6 @@ namespace zent {
 
 namespace {
 
-/// What `convert` makes of a number; what is wrong with it is told with its place.
-template <class Convert>
-auto integerAt(Place place, Convert convert) {
-    try {
-        return convert();
-    } catch (const std::runtime_error& error) { // the JSON library's errors are of another kind
-        failAt(place, error.what());
-    }
-}
-
 /// A literal array must hold what is read of it: the JSON library's subscript would read beyond its end.
 const json& requireItems(const json& value, std::size_t count, Place place) {
     if (!value.is_array()) {
@@ -55,8 +45,11 @@ mat4 literalMatrix(const json& value, Place place) {
 } // namespace
 
 void failAt(Place place, const std::string& text) {
-    throw std::runtime_error(
-        place.list == nullptr ? text : fmt::format("{}, attribute {}: {}", place.list, place.attribute, text));
+    if (place.list == nullptr) {
+        throw std::runtime_error(text);
+    }
+    const std::string attribute = place.attribute ? fmt::format(", attribute {}", *place.attribute) : "";
+    throw std::runtime_error(fmt::format("{}{}: {}", place.list, attribute, text));
 }
 
 ResourceStorage* Element::pResource = nullptr;
@@ -76,7 +69,7 @@ float Element::getFloat() const {
 }
 
 int Element::getInt() const {
-    return value_.is_string() ? selectPlug(getString()).asInt() : integerAt(place_, [this] { return toInt(value_); });
+    return value_.is_string() ? selectPlug(getString()).asInt() : toldAt(place_, [this] { return toInt(value_); });
 }
 
 bool Element::getBool() const {
@@ -118,35 +111,35 @@ MPlug Element::getMayaShape() const {
 }
 
 template <class T>
-T Element::fromResource() const {
+const T& Element::stored() const {
     const json& id = value_.at("id");
-    return storage().get<T>(integerAt(place_, [&id] { return toUnsigned(id); }));
+    return toldAt(place_, [&id]() -> const T& { return storage().get<T>(toUnsigned(id)); });
 }
 
 template <class T>
 T Element::get() const {
-    return fromResource<T>();
+    return stored<T>();
 }
 
 template <>
 Mesh Element::get<Mesh>() const {
-    return value_.is_string() ? shape_value<Mesh>(getMayaShape()) : fromResource<Mesh>();
+    return value_.is_string() ? shape_value<Mesh>(getMayaShape()) : stored<Mesh>();
 }
 
 template <>
 Curve Element::get<Curve>() const {
-    return value_.is_string() ? shape_value<Curve>(getMayaShape()) : fromResource<Curve>();
+    return value_.is_string() ? shape_value<Curve>(getMayaShape()) : stored<Curve>();
 }
 
 template <>
 Surface Element::get<Surface>() const {
-    return value_.is_string() ? shape_value<Surface>(getMayaShape()) : fromResource<Surface>();
+    return value_.is_string() ? shape_value<Surface>(getMayaShape()) : stored<Surface>();
 }
 
 // A lattice is read from the plug itself, never through its source.
 template <>
 Lattice Element::get<Lattice>() const {
-    return value_.is_string() ? shape_value<Lattice>(selectPlug(getString())) : fromResource<Lattice>();
+    return value_.is_string() ? shape_value<Lattice>(selectPlug(getString())) : stored<Lattice>();
 }
 
 template WeightMap Element::get<WeightMap>() const;
@@ -156,6 +149,11 @@ template std::vector<unsigned char> Element::get<std::vector<unsigned char>>() c
 template std::vector<Value> Element::get<std::vector<Value>>() const;
 template SkinWeights Element::get<SkinWeights>() const;
 template WireBindings Element::get<WireBindings>() const;
+template const Mesh& Element::stored<Mesh>() const;
+template const Curve& Element::stored<Curve>() const;
+template const Surface& Element::stored<Surface>() const;
+template const WeightMap& Element::stored<WeightMap>() const;
+template const DeltaList& Element::stored<DeltaList>() const;
 
 unsigned int Element::index(std::size_t position) const {
     if (position >= indices_.size()) {

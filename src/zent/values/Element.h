@@ -9,6 +9,8 @@
 #include <maya/MPlug.h>
 #include <nlohmann/json.hpp>
 
+#include <optional>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -21,11 +23,22 @@ class ResourceStorage;
 /// Where a value stands in its record, for the texts of errors.
 struct Place {
     const char* list = nullptr; ///< "results" or "arguments", null for a value that stands in no record
-    unsigned int attribute = 0;
+    std::optional<unsigned int> attribute;
 };
 
 /// Throws std::runtime_error with a text that begins with the place.
 [[noreturn]] void failAt(Place place, const std::string& text);
+
+/// What `read` gives. An error of the program's own is told with its place; those of the JSON library are of another
+/// kind.
+template <class Read>
+decltype(auto) toldAt(Place place, Read read) {
+    try {
+        return read();
+    } catch (const std::runtime_error& error) {
+        failAt(place, error.what());
+    }
+}
 
 /// One input value of a record: a literal, the name of a plug, or a reference into the resource file. Each getter
 /// decides which one it holds, so that a reader never has to.
@@ -56,6 +69,11 @@ public:
     /// std::vector<Value>, SkinWeights, WireBindings.
     template <class T>
     T get() const;
+    /// The stored record itself of a value that is a block. It stays as it is until another resource file is loaded.
+    template <class T>
+    const T& stored() const;
+    /// Whether the value is the name of a plug, and no literal or block.
+    bool isPlug() const { return value_.is_string(); }
 
     /// The entry's logical indices of a multi plug, empty if it gave none.
     const std::vector<unsigned int>& indices() const { return indices_; }
@@ -71,12 +89,30 @@ public:
     static ResourceStorage& storage();
 
 private:
-    template <class T>
-    T fromResource() const;
-
     json value_;
     std::vector<unsigned int> indices_;
     Place place_;
 };
+
+template <>
+Mesh Element::get<Mesh>() const;
+template <>
+Curve Element::get<Curve>() const;
+template <>
+Surface Element::get<Surface>() const;
+template <>
+Lattice Element::get<Lattice>() const;
+extern template WeightMap Element::get<WeightMap>() const;
+extern template DeltaList Element::get<DeltaList>() const;
+extern template std::vector<unsigned int> Element::get<std::vector<unsigned int>>() const;
+extern template std::vector<unsigned char> Element::get<std::vector<unsigned char>>() const;
+extern template std::vector<Value> Element::get<std::vector<Value>>() const;
+extern template SkinWeights Element::get<SkinWeights>() const;
+extern template WireBindings Element::get<WireBindings>() const;
+extern template const Mesh& Element::stored<Mesh>() const;
+extern template const Curve& Element::stored<Curve>() const;
+extern template const Surface& Element::stored<Surface>() const;
+extern template const WeightMap& Element::stored<WeightMap>() const;
+extern template const DeltaList& Element::stored<DeltaList>() const;
 
 } // namespace zent

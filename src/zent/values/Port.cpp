@@ -10,7 +10,7 @@ namespace zent {
 
 namespace {
 
-/// Ports are a list by attribute number; a number beyond this one could only ask for absurd memory.
+/// Ports are a list by attribute number; one beyond this, which no method reads, would only ask for absurd memory.
 constexpr unsigned int kMaxAttribute = 0xFFFF;
 
 } // namespace
@@ -37,18 +37,18 @@ void Port::requireAtMost(std::size_t size) const {
     }
 }
 
-Port& portAt(std::vector<Port>& ports, unsigned int index) {
+void addTo(std::vector<Port>& ports, unsigned int index, Element&& element) {
     if (index > kMaxAttribute) {
-        throw std::runtime_error(fmt::format("attribute {} is beyond the limit of {}", index, kMaxAttribute));
+        return;
     }
     if (index >= ports.size()) {
         ports.resize(std::size_t{index} + 1);
     }
-    return ports[index];
+    ports[index].add(std::move(element));
 }
 
 void Arguments::add(unsigned int index, Element&& element) {
-    portAt(ports_, index).add(std::move(element));
+    addTo(ports_, index, std::move(element));
 }
 
 const Port& Arguments::get(unsigned int index) const {

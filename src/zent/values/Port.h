@@ -153,9 +153,9 @@ std::map<Key, Item> EntryMap<Key, Item>::read(const Port& port) {
     return map;
 }
 
-/// The port of an attribute number; the list grows to hold it. Throws std::runtime_error on a number that could only
-/// ask for absurd memory.
-Port& portAt(std::vector<Port>& ports, unsigned int index);
+/// Adds an element to the port of an attribute number; the list grows to hold it. A number beyond 65,535, which no
+/// method reads, is passed over.
+void addTo(std::vector<Port>& ports, unsigned int index, Element&& element);
 
 /// A record's inputs by attribute number.
 class Arguments {
