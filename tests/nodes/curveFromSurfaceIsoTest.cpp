@@ -89,9 +89,8 @@ TEST(CurveFromSurfaceIso, ClampsFirstAndScalesToTheDomainThen) {
 TEST(CurveFromSurfaceIso, RejectsWhatLeadsOutsideItsLists) {
     Surface surface = surfaceOf(2, 2, 1, 1, 4, 4, gridPoint);
     EXPECT_EQ(errorOf([&] { IMPL__curveFromSurfaceIsoV(surface, -0.5f); }),
-              "isoparm value is -0.500000, the domain starts at 0.000000");
-    EXPECT_EQ(errorOf([&] { surfaceKnotInsertOnU(surface, -0.5f); }),
-              "knot in U is -0.500000, the domain starts at 0.000000");
+              "isoparm value is -0.5, the domain starts at 0");
+    EXPECT_EQ(errorOf([&] { surfaceKnotInsertOnU(surface, -0.5f); }), "knot in U is -0.5, the domain starts at 0");
     // The end's row is before the first: 3 knots, less V's degree 1 and U's 3.
     EXPECT_EQ(errorOf([] { IMPL__curveFromSurfaceIsoU(surfaceOf(3, 1, 1, 3, 4, 3, gridPoint), 2.0f); }),
               "knots in V has 3 entries, the row at the domain's end needs 4");

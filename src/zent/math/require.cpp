@@ -1,8 +1,16 @@
 #include "zent/math/require.h"
 
+#include <array>
+#include <charconv>
 #include <stdexcept>
 
 namespace zent {
+
+std::string shown(float number) {
+    std::array<char, 32> buffer;
+    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
+    return {buffer.data(), end};
+}
 
 void fail(const std::string& text) {
     throw std::runtime_error(text);

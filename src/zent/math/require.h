@@ -21,6 +21,9 @@ void requireLists(const char* what, std::size_t needed,
 inline void requireIndex(const char* list, std::size_t position, std::size_t index, std::size_t bound,
                          const char* what);
 
+/// A number for a text, in the fewest digits that read back as it.
+std::string shown(float number);
+
 [[noreturn]] void fail(const std::string& text);
 [[noreturn]] void failIndex(const char* list, std::size_t position, std::size_t index, std::size_t bound,
                             const char* what);

@@ -41,8 +41,8 @@ void requireAscendingTimes(const svec<float, 8>& keyTime) {
     }
     if (bad != 0) {
         const float* at = std::adjacent_find(time, time + keyTime.size(), [](float a, float b) { return !(a < b); });
-        fail("key times do not ascend: entry " + std::to_string(at - time + 1) + " is " + std::to_string(at[1]) +
-             " after " + std::to_string(at[0]));
+        fail("key times do not ascend: entry " + std::to_string(at - time + 1) + " is " + shown(at[1]) + " after " +
+             shown(at[0]));
     }
 }
 
@@ -330,7 +330,7 @@ float animCurve(float time, svec<float, 8> keyTime, svec<float, 8> keyValue, sve
     const std::size_t hi = std::max<std::size_t>(static_cast<std::size_t>(after - keyTime.begin()), 1);
     const std::size_t lo = hi - 1;
     if (hi > last && last > 0) { // NaN, as of an infinite time that a cycle cannot bring into the curve
-        fail("time is " + std::to_string(time) + ", which lies in no segment of the curve");
+        fail("time is " + shown(time) + ", which lies in no segment of the curve");
     }
     requireAtLeast("key times", keyTime.size(), hi + 1, "the segment search");
 

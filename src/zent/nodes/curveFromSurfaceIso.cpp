@@ -49,7 +49,7 @@ RefinedSurface refineToRow(const Surface& surface, int direction, float value) {
         return {surface, fixed.knots.size() - overlap};
     }
     if (value < fixed.start()) {
-        fail("isoparm value is " + std::to_string(value) + ", the domain starts at " + std::to_string(fixed.start()));
+        fail("isoparm value is " + shown(value) + ", the domain starts at " + shown(fixed.start()));
     }
     RefinedSurface refined{surface, findSpan(value, fixed.degree, fixed.knots) + std::size_t{1}};
     const auto multiplicity =

@@ -159,8 +159,8 @@ float getClosetPointOnCurve(const Curve& curve, vec3 point) {
 std::pair<vec3, float> nearestPointOnCurve(const Curve& curve, vec3 point) {
     const float u = getClosetPointOnCurve(curve, point);
     if (!(u > -1.0f && u < static_cast<float>(curve.cv.size()))) {
-        fail("nearestPointOnCurve ends at parameter " + std::to_string(u) + ", curve has " +
-             std::to_string(curve.cv.size()) + " control points");
+        fail("nearestPointOnCurve ends at parameter " + shown(u) + ", curve has " + std::to_string(curve.cv.size()) +
+             " control points");
     }
     // The parameter truncated to an index, deliberately: the position is that of a control point.
     return {toWorld(curve, curve.cv[static_cast<std::size_t>(u)]), u};

@@ -92,7 +92,8 @@ Curve polyEdgeToCurveLinear(const Mesh& mesh, std::vector<unsigned> vertices) {
 
 Curve polyEdgeToCurvePeriodic(const Mesh& mesh, std::vector<unsigned> vertices, unsigned degree) {
     if (degree < 1 || degree > kMaxDegree) {
-        fail("degree is " + std::to_string(degree) + ", a closed curve needs 1 to " + std::to_string(kMaxDegree));
+        fail("degree is " + std::to_string(static_cast<int>(degree)) + ", a closed curve needs 1 to " +
+             std::to_string(kMaxDegree));
     }
     requireAtLeast("vertices", vertices.size(), 3, "a closed curve, its first vertex repeated at the end,");
     vertices.pop_back();
@@ -134,7 +135,7 @@ Curve curveFromMeshEdge(const Mesh& mesh, std::vector<unsigned> vertices) {
 
 Curve curveFromEditPoints(unsigned degree, std::vector<vec3> points) {
     if (degree != 3) {
-        fail("degree is " + std::to_string(degree) + ", an open curve through points needs 3");
+        fail("degree is " + std::to_string(static_cast<int>(degree)) + ", an open curve through points needs 3");
     }
     requireAtLeast("points", points.size(), 2, "an open curve");
     const std::size_t count = points.size();

@@ -20,8 +20,7 @@ public:
         : degree_(direction.degree), knot_(knot) {
         const std::vector<float>& knots = direction.knots;
         if (knot < direction.start()) {
-            fail(std::string(argument) + " is " + std::to_string(knot) + ", the domain starts at " +
-                 std::to_string(direction.start()));
+            fail(std::string(argument) + " is " + shown(knot) + ", the domain starts at " + shown(direction.start()));
         }
         span_ = findSpan(knot, degree_, knots);
         for (unsigned j = 0; j < degree_; ++j) {
