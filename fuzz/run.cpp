@@ -47,7 +47,7 @@ class BoundedPoses : public zent::Proxy {
     zent::json mayaResult(const std::vector<zent::Port>& ports) const override { return whole_->mayaResult(ports); }
     zent::json zentResult(const zent::Arguments& args) const override {
         constexpr unsigned int kMostPoses = 64;
-        constexpr unsigned int kTooMany = 2048; // beyond them there are no matrices
+        constexpr unsigned int kTooMany = 4096; // beyond them there are no matrices
         for (const unsigned int attribute : {3, 4}) {
             for (const zent::Element& element : args.get(attribute).elements()) {
                 if (element.index(0) >= kMostPoses && element.index(0) < kTooMany) {

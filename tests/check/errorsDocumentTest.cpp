@@ -58,6 +58,7 @@ protected:
         name("@cut", writer.addBytes(cut.bytes().substr(24, 100)));
         name("@badValue", writer.addBytes(std::string(24, '\0') + '\x09' + std::string(7, '\0')));
         name("@end", writer.add(std::vector<unsigned char>{28}));
+        name("@pushThenEnd", writer.add(std::vector<unsigned char>{0, 0, 28}));
         name("@mesh", writer.add(quad));
         name("@pair", writer.add(Mesh({{0, 0, 0}, {1, 0, 0}}, mat4(1.0f))));
         name("@noMesh", writer.add(Mesh()));
@@ -67,8 +68,6 @@ protected:
         name("@fewPoints", writer.add(curve(3, kFormOpen, 2, cubicKnots)));
         name("@manyPoints", writer.add(curve(1, kFormOpen, 5, {0, 1, 2})));
         name("@noPoints", writer.add(curve(1, kFormOpen, 0, {})));
-        name("@fewPeriodic",
-             writer.add(Surface(3, 1, kFormPeriodic, kFormOpen, {0, 1, 2}, {0, 1}, std::vector<vec3>(2), mat4(1.0f))));
         name("@open", writer.add(curve(3, kFormOpen, 7, {})));
         name("@periodic", writer.add(curve(3, kFormPeriodic, 7, {})));
         name("@flat", writer.add(surface(0, kFormOpen, 4, {0, 1}, {0, 1})));
@@ -168,15 +167,6 @@ TEST_F(ErrorsDocument, QuotesWhatRunsTell) {
     large.add(Mesh(1U << 20));
     large.write(path_);
     told.push_back(toldBy([&] { disassemble(path_, 0, 0, std::cout); }));
-    told.push_back(toldBy([&] {
-        Element::storage().load(path_);
-        std::string shapes;
-        for (int i = 0; i < 17; ++i) {
-            shapes += (i == 0 ? "" : ", ") + (R"({"indices": [0, )" + std::to_string(i)) + R"(], "value": {"id": 0}})";
-        }
-        check(manifestOf(R"(blendShapeMesh [[{"id": 0}]] <- [[1], [{"id": 0}], [], [)" + shapes + "]]"));
-    }));
-    EXPECT_NE(told.back().find("the targets hold more than 16777216 points"), std::string::npos) << told.back();
 
     expectTold(documentedQuotes(std::string(ZENT_DOCS) + "/errors.md",
                                 {"The manifest", "The resource file", "Shapes and curves", "Lists of arguments"}),

@@ -156,5 +156,12 @@ TEST(WeightDriverPoses, BadKeysAreNamed) {
     }
 }
 
+// Three matrices and numbers a pose: as many poses as the manifest lists, but no more memory than it stands for.
+TEST(WeightDriverPoses, MatricesGoByWhatIsGiven) {
+    EXPECT_NO_THROW(requireWeightDriverSize("poses", 3000, 3000, 9000));
+    EXPECT_THROW(requireWeightDriverSize("poses", 3000, 3000, 4), std::runtime_error);
+    EXPECT_THROW(requireWeightDriverSize("poses", 50000, 50000, 150000), std::runtime_error);
+}
+
 } // namespace
 } // namespace zent

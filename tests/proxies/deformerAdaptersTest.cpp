@@ -25,7 +25,7 @@ enum Block {
     kSurface,
     kLattice, // clang-format off
     kDeltas, kFarDelta, kFactors, kFarFactor, kWeights, kFarWeight, kFarInfluence, kIndices, kUnsorted,
-    kWire, kLiftedWire, kBindings, kOnePointLattice, kLongLattice, // clang-format on
+    kWire, kLiftedWire, kBindings, kOnePointLattice, kLongLattice, kNoKnots, // clang-format on
 };
 
 void loadBlocks() {
@@ -57,6 +57,7 @@ void loadBlocks() {
     writer.add(WireBindings(3, {0.0f, 0.5f, mat3(1.0f)}));
     writer.add(latticeOf(1, 1, 1, {vec3(2, 3, 4)}));
     writer.add(latticeOf(12, 1, 1, std::vector<vec3>(12, x)));
+    writer.add(Surface(3, 3, kFormOpen, kFormOpen, {}, {}, std::vector<vec3>(16, x), up));
     const std::string path = testing::TempDir() + "zent_deformer_adapters." + std::to_string(::getpid());
     writer.write(path);
     Element::storage().load(path);
@@ -83,6 +84,10 @@ std::vector<vec3> walk(const std::string& method, Block output, const std::strin
 std::string item(const char* indices, Block block) {
     return std::string(R"([{"indices": )") + indices + R"(, "value": )" + id(block).substr(1, id(block).size() - 2) +
            "}]";
+}
+
+std::string both(const std::string& a, const std::string& b) {
+    return a.substr(0, a.size() - 1) + ", " + b.substr(1);
 }
 
 std::string blendArguments(Block input, const std::string& shapes, const std::string& deltas,
@@ -146,6 +151,15 @@ TEST(DeformerAdapters, WalkOverPoints) {
         {"skinMesh", kMesh, skinArguments(kMesh, kWeights), {vec3(1, 0.5f, 5), vec3(1, 0, 5), vec3(0.0f)}},
         {"skinCurve", kCurve, skinArguments(kCurve, kWeights), skinned},
         {"skinSurface", kSurface, skinArguments(kSurface, kWeights), skinned},
+        // Knots that are missing speak for -2 by -2 points here, and no step reads them.
+        {"skinSurface", kNoKnots, "[0]" + skinArguments(kNoKnots, kWeights).substr(3), std::vector<vec3>(4, rest)},
+        {"skinSurface", kSurface, "[0]" + skinArguments(kNoKnots, kWeights).substr(3), std::vector<vec3>(3, rest)},
+        // One block for two targets and, by two items each, for two points of a plug's width.
+        {"blendShapeMesh",
+         kMesh,
+         R"([1], )" + id(kMesh) + R"(, [{"indices": [2], "value": 1}, {"indices": [3], "value": 2}], [], )" +
+             both(item("[3, 6000]", kDeltas), item("[2, 6000]", kDeltas)) + ", []",
+         {rest + 3.0f * x, rest + 6.0f * x, rest}},
         {"skinLattice", kLattice, skinArguments(kLattice, kWeights), skinned},
         {"clusterCurve", kCurve, clusterArguments(kCurve, id(kIndices) + ", "), clustered},
         {"clusterSurface", kSurface, clusterArguments(kSurface, id(kIndices) + ", "), clustered},

@@ -6,6 +6,7 @@
 #include <glm/gtc/type_ptr.hpp>
 
 #include <algorithm>
+#include <type_traits>
 #include <utility>
 
 namespace zent {
@@ -21,11 +22,6 @@ struct TargetTriple {
 
 using TargetItems = svec<TargetTriple, 8>;
 
-/// An item index below 5000 wraps to a huge value; nothing guards against it.
-float inBetweenValue(unsigned int itemIndex) {
-    return static_cast<float>(itemIndex - 5000u) * 0.001f;
-}
-
 template <class Map>
 void collectItems(TargetItems& items, const Map& map, unsigned int target, ItemKind kind) {
     for (auto it = map.lower_bound({target, 0u}); it != map.end() && it->first.first == target; ++it) {
@@ -34,7 +30,8 @@ void collectItems(TargetItems& items, const Map& map, unsigned int target, ItemK
 }
 
 /// The item at the upper end of the interval that the weight falls into; the last one beyond them all.
-std::size_t upperItem(const TargetItems& items, float weight) {
+template <class Items>
+std::size_t upperItem(const Items& items, float weight) {
     for (std::size_t i = 1; i < items.size(); ++i) {
         if (items[i].value >= weight - kThreshold) {
             return i;
@@ -141,6 +138,35 @@ private:
     svec<Target, 8> targets_;
 };
 
+/// Hands the items that a target's weight selects, with the weight of each, to `apply`. Sorts the items by their
+/// values.
+template <class Items, class Apply>
+void applyTarget(Items& items, float weight, float envelope, Apply apply) {
+    std::sort(items.begin(), items.end(), [](const auto& a, const auto& b) { return a.value < b.value; });
+    const auto& first = items.front();
+    if (items.size() > 1 && weight > first.value) {
+        const std::size_t hi = upperItem(items, weight);
+        const auto& lower = items[hi - 1];
+        const float t = (weight - lower.value) / (items[hi].value - lower.value);
+        // Between two items the envelope only gates, unlike on the single-item path: deliberate.
+        apply(1.0f - t, lower);
+        apply(t, items[hi]);
+        return;
+    }
+    float scaled = weight;
+    if (std::abs(first.value - 1.0f) > kThreshold) {
+        scaled = weight / std::abs(first.value);
+    }
+    apply(scaled * envelope, first);
+}
+
+// A mesh takes negative weights of both kinds, a curve of whole shapes only, a surface of neither: deliberate.
+template <class T>
+bool isDropped(ItemKind kind, float weight) {
+    const bool bothSigns = std::is_same_v<T, Mesh> || (std::is_same_v<T, Curve> && kind == ItemKind::kWholeShape);
+    return bothSigns ? belowThreshold(weight) : belowSignedThreshold(weight);
+}
+
 template <class T>
 void addDifference(T& result, float weight, const T& base, const T& target, const WeightMap& factors) {
     const unsigned count = commonPoints(result, base, target);
@@ -176,46 +202,45 @@ void IMPL_blend_target(Mesh& result, float weight, Mesh const& base, Mesh const&
     if (factors.empty()) {
         held.add(result, weight, target);
         held.addTo(result);
-    } else if (!belowThreshold(weight)) {
+    } else if (!isDropped<Mesh>(ItemKind::kWholeShape, weight)) {
         addDifference(result, weight, base, target, factors);
     }
 }
 
 void IMPL_blend_target(Curve& result, float weight, Curve const& base, Curve const& target, WeightMap const& factors) {
-    if (belowThreshold(weight)) {
-        return;
+    if (!isDropped<Curve>(ItemKind::kWholeShape, weight)) {
+        addDifference(result, weight, base, target, factors);
     }
-    addDifference(result, weight, base, target, factors);
 }
 
-// A mesh takes negative weights of both kinds, a curve of whole shapes only, a surface of neither: deliberate.
 void IMPL_blend_target(Surface& result, float weight, Surface const& base, Surface const& target,
                        WeightMap const& factors) {
-    if (belowSignedThreshold(weight)) {
-        return;
+    if (!isDropped<Surface>(ItemKind::kWholeShape, weight)) {
+        addDifference(result, weight, base, target, factors);
     }
-    addDifference(result, weight, base, target, factors);
 }
 
 void IMPL_blend_target(Mesh& result, float weight, DeltaList const& deltas) {
-    if (belowThreshold(weight)) {
-        return;
+    if (!isDropped<Mesh>(ItemKind::kDeltas, weight)) {
+        addDeltas(result, weight, deltas);
     }
-    addDeltas(result, weight, deltas);
 }
 
 void IMPL_blend_target(Curve& result, float weight, DeltaList const& deltas) {
-    if (belowSignedThreshold(weight)) {
-        return;
+    if (!isDropped<Curve>(ItemKind::kDeltas, weight)) {
+        addDeltas(result, weight, deltas);
     }
-    addDeltas(result, weight, deltas);
 }
 
 void IMPL_blend_target(Surface& result, float weight, DeltaList const& deltas) {
-    if (belowSignedThreshold(weight)) {
-        return;
+    if (!isDropped<Surface>(ItemKind::kDeltas, weight)) {
+        addDeltas(result, weight, deltas);
     }
-    addDeltas(result, weight, deltas);
+}
+
+// An item index below 5000 wraps to a huge value; nothing guards against it.
+float inBetweenValue(unsigned int itemIndex) {
+    return static_cast<float>(itemIndex - 5000u) * 0.001f;
 }
 
 template <class T>
@@ -250,23 +275,7 @@ T blendShape(float envelope, T const& base, WeightMap weights, TargetShapes<T> s
         if (items.empty()) {
             continue;
         }
-        std::sort(items.begin(), items.end(),
-                  [](const TargetTriple& a, const TargetTriple& b) { return a.value < b.value; });
-        const TargetTriple& first = items.front();
-        if (items.size() > 1 && weight > first.value) {
-            const std::size_t hi = upperItem(items, weight);
-            const TargetTriple& lower = items[hi - 1];
-            const float t = (weight - lower.value) / (items[hi].value - lower.value);
-            // Between two items the envelope only gates, unlike on the single-item path: deliberate.
-            apply(1.0f - t, lower);
-            apply(t, items[hi]);
-        } else {
-            float scaled = weight;
-            if (std::abs(first.value - 1.0f) > kThreshold) {
-                scaled = weight / std::abs(first.value);
-            }
-            apply(scaled * envelope, first);
-        }
+        applyTarget(items, weight, envelope, apply);
     }
     held.addTo(result);
     return result;
@@ -275,6 +284,20 @@ T blendShape(float envelope, T const& base, WeightMap weights, TargetShapes<T> s
 template Mesh blendShape(float, Mesh const&, WeightMap, TargetShapes<Mesh>, TargetDeltas, TargetWeightMaps);
 template Curve blendShape(float, Curve const&, WeightMap, TargetShapes<Curve>, TargetDeltas, TargetWeightMaps);
 template Surface blendShape(float, Surface const&, WeightMap, TargetShapes<Surface>, TargetDeltas, TargetWeightMaps);
+
+template <class T>
+void blendPointTarget(vec3& result, float envelope, vec3 base, float weight, PointItems& items) {
+    applyTarget(items, weight, envelope, [&](float itemWeight, const PointItem& item) {
+        if (isDropped<T>(item.isDelta ? ItemKind::kDeltas : ItemKind::kWholeShape, itemWeight)) {
+            return;
+        }
+        result += item.isDelta ? itemWeight * item.vector : itemWeight * item.factor * (item.vector - base);
+    });
+}
+
+template void blendPointTarget<Mesh>(vec3&, float, vec3, float, PointItems&);
+template void blendPointTarget<Curve>(vec3&, float, vec3, float, PointItems&);
+template void blendPointTarget<Surface>(vec3&, float, vec3, float, PointItems&);
 
 Mesh blendShapeMesh(float envelope, Mesh const& base, WeightMap weights, TargetShapes<Mesh> shapes, TargetDeltas deltas,
                     TargetWeightMaps weightMaps) {

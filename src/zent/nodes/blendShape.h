@@ -53,4 +53,26 @@ void IMPL_blend_target(Mesh& result, float weight, DeltaList const& deltas);
 void IMPL_blend_target(Curve& result, float weight, DeltaList const& deltas);
 void IMPL_blend_target(Surface& result, float weight, DeltaList const& deltas);
 
+/// The in-between value of an item index, (item index - 5000) / 1000.
+float inBetweenValue(unsigned int itemIndex);
+
+/// An item of a target as a single point has it.
+struct PointItem {
+    float value;         ///< the in-between value
+    bool isDelta;        ///< a delta, or else a whole shape
+    vec3 vector;         ///< the delta, or the whole shape's point
+    float factor = 1.0f; ///< of a whole shape's weight
+};
+using PointItems = svec<PointItem, 8>;
+
+/// `blendShape<T>` for one point and one target: adds to `result` what the target's weight selects of its items, of
+/// which there is at least one. Items of equal value stand with whole shapes first, each kind by its index. The list is
+/// left sorted by value. Called for the targets in ascending order from a result that is the base, and only for an
+/// envelope of at least 1e-5, it gives the bits of `blendShape`.
+template <class T>
+void blendPointTarget(vec3& result, float envelope, vec3 base, float weight, PointItems& items);
+extern template void blendPointTarget<Mesh>(vec3&, float, vec3, float, PointItems&);
+extern template void blendPointTarget<Curve>(vec3&, float, vec3, float, PointItems&);
+extern template void blendPointTarget<Surface>(vec3&, float, vec3, float, PointItems&);
+
 } // namespace zent

@@ -22,11 +22,11 @@ float weightDriver__IMPL__twistAngle(quat q, int axis) {
     return 2.0f * weightDriver__IMPL__atan2(component, q.w);
 }
 
-void requireWeightDriverSize(const char* list, std::size_t rows, std::size_t columns) {
-    constexpr std::size_t kMostEntries = std::size_t{1} << 22;
-    if (columns != 0 && rows > kMostEntries / columns) {
+void requireWeightDriverSize(const char* list, std::size_t rows, std::size_t columns, std::size_t given) {
+    const std::size_t mostEntries = (std::size_t{1} << 22) + 1024 * given;
+    if (columns != 0 && rows > mostEntries / columns) {
         fail(std::string(list) + " ask for a matrix of " + std::to_string(rows) + " by " + std::to_string(columns) +
-             " entries, more than " + std::to_string(kMostEntries));
+             " entries, more than " + std::to_string(mostEntries));
     }
 }
 

@@ -56,7 +56,7 @@ svec<float, 16> weightDriverDrivers(int, int, int twistAxis, bool invert, mat4 d
     const std::size_t count = poseMatrices.size();
     requireLists("weightDriverDrivers", count,
                  {{"pose parent matrices", poseParentMatrices.size()}, {"pose modes", poseModes.size()}});
-    requireWeightDriverSize("pose matrices", count, count);
+    requireWeightDriverSize("pose matrices", count, count, 3 * count);
     svec<float, 16> result(count, 0.0f);
     if (count == 0) {
         return result;

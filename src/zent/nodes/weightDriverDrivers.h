@@ -10,7 +10,7 @@ namespace zent {
 /// The first two ints have no effect. Twist axis: 1 is y, 2 is z, anything else x; `invert` negates the axis. The
 /// driver is seen from the reader, each pose from its own parent, both turned back by the rotation offset (radians). A
 /// pose of mode 1 ignores twist. Poses that the kernel cannot tell apart give all zeros. Throws std::runtime_error for
-/// fewer parents or modes than poses, and for more than 2,048 poses.
+/// fewer parents or modes than poses, and for more than 4,096 poses.
 svec<float, 16> weightDriverDrivers(int, int, int twistAxis, bool invert, mat4 driverMatrix, mat4 readerMatrix,
                                     svec<mat4, 16> poseMatrices, svec<mat4, 16> poseParentMatrices,
                                     svec<int, 16> poseModes, vec3 rotationOffset);

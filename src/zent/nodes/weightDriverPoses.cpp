@@ -26,7 +26,8 @@ svec<float, 16> weightDriverPoses(int, int, svec<float, 16> input, PoseElements 
     const std::size_t valueCount = poseCountOf(poseValues);
     const std::size_t count = std::max(inputCount, valueCount);
     const char* largest = inputCount < valueCount ? "pose values" : "pose inputs";
-    requireWeightDriverSize(largest, count, std::max(count, input.size()));
+    requireWeightDriverSize(largest, count, std::max(count, input.size()),
+                            input.size() + poseInputs.size() + poseValues.size());
     requireElements("pose inputs", poseInputs, input.size(), "the input");
     requireElements("pose values", poseValues, count, "the list of poses");
     svec<float, 16> result(count, 0.0f);

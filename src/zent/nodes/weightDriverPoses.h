@@ -16,7 +16,8 @@ using PoseElements = std::map<std::pair<unsigned int, unsigned int>, float>;
 /// The two ints have no effect. Both maps hold values by (pose, element), entries that no key names being 0; there are
 /// as many poses as the largest pose index tells, and as many results as poses. Two equal poses give infinities or NaN:
 /// the kernel is not tested. Throws std::runtime_error for an element of a pose input beyond the input, for an element
-/// of a pose value beyond the number of poses, and for matrices of more than 2^22 entries (2,048 poses).
+/// of a pose value beyond the number of poses, and for matrices of more than 2^22 entries and 1,024 for each number
+/// given.
 svec<float, 16> weightDriverPoses(int, int, svec<float, 16> input, PoseElements poseInputs, PoseElements poseValues);
 
 } // namespace zent

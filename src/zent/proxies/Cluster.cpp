@@ -42,7 +42,7 @@ void ProxyCluster<T>::init(const Arguments& args, const std::vector<Port>& ports
 
 template <class T>
 void ProxyCluster<T>::split_attributes(const std::vector<unsigned int>& indices, const WeightMap& weights) {
-    attributes.resize(pointCount(this->input));
+    attributes.resize(this->recordCount());
     for (unsigned int i = 0; i < attributes.size(); ++i) {
         const auto weight = weights.find(i);
         attributes[i] = {std::binary_search(indices.begin(), indices.end(), i),

@@ -34,7 +34,7 @@ void ProxyClusterFull<T>::init(const Arguments& args, const std::vector<Port>& p
 
 template <class T>
 void ProxyClusterFull<T>::split_attributes(const WeightMap& weights) {
-    weightByPoint.assign(pointCount(this->input), 1.0f);
+    weightByPoint.assign(this->recordCount(), 1.0f);
     for (auto it = weights.begin(); it != weights.end() && it->first < weightByPoint.size(); ++it) {
         weightByPoint[it->first] = it->second;
     }

@@ -41,7 +41,7 @@ private:
 template <class T>
 void ProxyDeformer<T>::init(const Arguments& /*args*/, const std::vector<Port>& ports) {
     output = result<T>(ports, 0);
-    requireConsistent(output, "outputGeometry[0]");
+    requireAtLeast("outputGeometry[0] control points", pointsOf(output).size(), count(), "its count");
     cursor = 0;
 }
 
@@ -72,7 +72,6 @@ json ProxyDeformer<T>::zentResult(const Arguments& /*args*/) const {
 template <class T>
 void ProxyDeformer<T>::readInput(const Arguments& args, unsigned int index) {
     input = read<T>(args, index);
-    requireConsistent(input, "inputGeometry");
     requireAtLeast("inputGeometry", pointsOf(input).size(), count(), "outputGeometry[0]");
 }
 

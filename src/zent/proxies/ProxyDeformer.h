@@ -5,6 +5,8 @@
 #include "zent/proxies/PointWalk.h"
 #include "zent/proxies/Proxy.h"
 
+#include <algorithm>
+
 namespace zent {
 
 /// The base of the deformers' adapters: a walk over the points of Maya's deformed shape. For one point at a time it
@@ -32,10 +34,13 @@ public:
     std::unique_ptr<PointWalk> walk() const override;
 
 protected:
-    /// Reads the undeformed shape. It must hold every point that the walk visits.
+    /// Reads the undeformed shape. It must hold every point that the walk visits; its knots are not read.
     void readInput(const Arguments& args, unsigned int index);
     /// Points that the walk visits.
     unsigned int count() const { return pointCount(output); }
+    /// Points of the input that have a record and are visited. The input's counts may speak for any number of points
+    /// that nothing reads.
+    unsigned int recordCount() const { return std::min(pointCount(input), count()); }
     /// Starts a closure with the default one under the node's own name, for the inputs "envelope" and the point at
     /// `index()`, which all of them begin with.
     json deformerClosure(const char* node, float envelope, const Arguments& args, const std::vector<Port>& ports) const;

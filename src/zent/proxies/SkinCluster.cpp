@@ -1,6 +1,7 @@
 #include "zent/math/require.h"
 #include "zent/nodes/skin.h"
 #include "zent/proxies/Binding.h"
+#include "zent/proxies/ByPoint.h"
 #include "zent/proxies/ProxyDeformer.h"
 
 #include <utility>
@@ -18,21 +19,14 @@ public:
     MethodInfo info() const { return this->deformerInfo(argumentsOf<skin<T>>()); }
 
 private:
-    /// The place of a point's influences in the list of all.
-    struct Stretch {
-        std::size_t begin = 0;
-        std::size_t end = 0;
-    };
-
     void split_attributes(std::vector<mat4> matrix, std::vector<mat4> bindPreMatrix, const SkinWeights& weights);
 
     float envelope = 0.0f;
     mat4 geomMatrix{1.0f};
     std::vector<mat4> matrices;
     std::vector<mat4> bindPreMatrices;
-    std::vector<mat4> palette;           ///< what each influence does to a point
-    std::vector<PointWeight> influences; ///< index and weight, point by point
-    std::vector<Stretch> attributes;     ///< by point
+    std::vector<mat4> palette;       ///< what each influence does to a point
+    ByPoint<PointWeight> attributes; ///< influences and weights
 };
 
 template <class T>
@@ -52,34 +46,26 @@ void ProxySkinCluster<T>::split_attributes(std::vector<mat4> matrix, std::vector
     matrices = std::move(matrix);
     bindPreMatrices = std::move(bindPreMatrix);
     palette = skinPalette(geomMatrix, matrices, bindPreMatrices);
-    attributes.assign(pointCount(this->input), {});
     for (std::size_t k = 0; k < weights.size(); ++k) {
         const auto& [vertex, influence, weight] = weights[k];
-        requireIndex("weightList", k, vertex, attributes.size(), "inputGeometry");
+        requireIndex("weightList", k, vertex, pointCount(this->input), "inputGeometry");
         requireIndex("weightList's influences", k, influence, matrices.size(), "matrix");
         requireIndex("weightList's influences", k, influence, bindPreMatrices.size(), "bindPreMatrix");
-        ++attributes[vertex].end;
     }
-    std::size_t begin = 0;
-    for (Stretch& stretch : attributes) {
-        const std::size_t count = stretch.end;
-        stretch = {begin, begin}; // it grows again as it is filled
-        begin += count;
-    }
-    influences.resize(weights.size());
-    for (const auto& [vertex, influence, weight] : weights) {
-        influences[attributes[vertex].end++] = {influence, weight};
-    }
+    attributes = ByPoint<PointWeight>(this->recordCount(), [&weights](auto take) {
+        for (const auto& [vertex, influence, weight] : weights) {
+            take(vertex, PointWeight{influence, weight});
+        }
+    });
 }
 
 template <class T>
 void ProxySkinCluster<T>::deform(T& point, unsigned int index) const {
-    const Stretch& stretch = attributes.at(index);
+    const auto influences = attributes.at(index);
     if (!(envelope >= kThreshold)) {
         return;
     }
-    const vec3 skinned =
-        skinPoint(pointsOf(point)[0], palette, influences.data() + stretch.begin, influences.data() + stretch.end);
+    const vec3 skinned = skinPoint(pointsOf(point)[0], palette, influences.begin(), influences.end());
     if constexpr (std::is_same_v<T, Mesh>) {
         point.matrixLinear = mat3(1.0f); // a skinned mesh comes back without a transform, the other shapes keep theirs
         point.translation = vec3(0.0f);
@@ -93,9 +79,7 @@ json ProxySkinCluster<T>::closure(const Arguments& args, const std::vector<Port>
     json::array_t ownMatrices;
     json::array_t ownBindPreMatrices;
     json::array_t weights;
-    const Stretch& stretch = attributes.at(this->cursor);
-    for (std::size_t k = stretch.begin; k < stretch.end; ++k) {
-        const auto& [influence, weight] = influences[k];
+    for (const auto& [influence, weight] : attributes.at(this->cursor)) {
         ownMatrices.push_back(toJson(matrices[influence]));
         ownBindPreMatrices.push_back(toJson(bindPreMatrices[influence]));
         weights.push_back(toJson(weight));
