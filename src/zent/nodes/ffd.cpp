@@ -182,6 +182,38 @@ private:
     WindowSum sum_;
 };
 
+void requireLatticeWindows(const Lattice& lattice, bool local, unsigned influenceS, unsigned influenceT,
+                           unsigned influenceU) {
+    const Direction directions[] = {latticeDirection(lattice.s, local, influenceS),
+                                    latticeDirection(lattice.t, local, influenceT),
+                                    latticeDirection(lattice.u, local, influenceU)};
+    bool empty = false;
+    for (std::size_t i = 0; i < 3; ++i) {
+        const unsigned window = directions[i].window;
+        if (window > kMaxWindow) {
+            fail("lattice window[" + std::to_string(i) + "] is " + std::to_string(window) + ", the polynomials have " +
+                 std::to_string(kMaxWindow));
+        }
+        empty = empty || window == 0;
+    }
+    if (!empty) {
+        requireAddressable(lattice, "lattice");
+    }
+}
+
+LatticeMap latticeMap(const mat4& objectToWorld, const mat4& worldToObject, const Lattice& lattice,
+                      const mat4& deformedLatticeMatrix, const mat4& baseLatticeMatrix, bool local, unsigned influenceS,
+                      unsigned influenceT, unsigned influenceU) {
+    requireLatticeWindows(lattice, local, influenceS, influenceT, influenceU);
+    return {lattice,
+            glm::inverse(baseLatticeMatrix) * objectToWorld,
+            worldToObject * deformedLatticeMatrix,
+            local,
+            influenceS,
+            influenceT,
+            influenceU};
+}
+
 template <class T, class Selected>
 T& deformSelected(T& geometry, const Lattice& lattice, const mat4& deformedLatticeMatrix, const mat4& baseLatticeMatrix,
                   bool local, unsigned influenceS, unsigned influenceT, unsigned influenceU, const Selected& selected) {
@@ -190,10 +222,9 @@ T& deformSelected(T& geometry, const Lattice& lattice, const mat4& deformedLatti
     if (count == 0) {
         return geometry;
     }
-    requireLatticeWindows(lattice, local, influenceS, influenceT, influenceU);
-    const LatticeMap deformed(lattice, glm::inverse(baseLatticeMatrix) * matrixOf(geometry),
-                              inverseMatrixOf(geometry) * deformedLatticeMatrix, local, influenceS, influenceT,
-                              influenceU);
+    const LatticeMap deformed =
+        latticeMap(matrixOf(geometry), inverseMatrixOf(geometry), lattice, deformedLatticeMatrix, baseLatticeMatrix,
+                   local, influenceS, influenceT, influenceU);
     for (unsigned i = 0; i < count; ++i) {
         if (selected(i)) {
             writePoint(geometry, i, deformed(pointsOf(geometry)[i]));
@@ -220,6 +251,13 @@ T& ffdPartial(T& geometry, std::vector<unsigned int> indices, Lattice const& lat
                           influenceU, [&](unsigned i) { return selected[i] != 0; });
 }
 
+std::function<vec3(vec3)> pointFFD(mat4 const& objectToWorld, mat4 const& worldToObject, Lattice const& lattice,
+                                   mat4 const& deformedLatticeMatrix, mat4 const& baseLatticeMatrix, bool local,
+                                   unsigned int influenceS, unsigned int influenceT, unsigned int influenceU) {
+    return latticeMap(objectToWorld, worldToObject, lattice, deformedLatticeMatrix, baseLatticeMatrix, local,
+                      influenceS, influenceT, influenceU);
+}
+
 template Mesh& ffd(Mesh&, Lattice const&, mat4, mat4, bool, unsigned int, unsigned int, unsigned int);
 template Surface& ffd(Surface&, Lattice const&, mat4, mat4, bool, unsigned int, unsigned int, unsigned int);
 template Mesh& ffdPartial(Mesh&, std::vector<unsigned int>, Lattice const&, mat4, mat4, bool, unsigned int,
@@ -240,25 +278,6 @@ Mesh& ffdPartialMesh(Mesh& geometry, std::vector<unsigned int> indices, Lattice 
                      unsigned int influenceT, unsigned int influenceU) {
     return ffdPartial(geometry, std::move(indices), lattice, deformedLatticeMatrix, baseLatticeMatrix, local,
                       influenceS, influenceT, influenceU);
-}
-
-void requireLatticeWindows(Lattice const& lattice, bool local, unsigned int influenceS, unsigned int influenceT,
-                           unsigned int influenceU) {
-    const Direction directions[] = {latticeDirection(lattice.s, local, influenceS),
-                                    latticeDirection(lattice.t, local, influenceT),
-                                    latticeDirection(lattice.u, local, influenceU)};
-    bool empty = false;
-    for (std::size_t i = 0; i < 3; ++i) {
-        const unsigned window = directions[i].window;
-        if (window > kMaxWindow) {
-            fail("lattice window[" + std::to_string(i) + "] is " + std::to_string(window) + ", the polynomials have " +
-                 std::to_string(kMaxWindow));
-        }
-        empty = empty || window == 0;
-    }
-    if (!empty) {
-        requireAddressable(lattice, "lattice");
-    }
 }
 
 unsigned int binomial(unsigned int n, unsigned int k) {

@@ -2,6 +2,7 @@
 
 #include "zent/geometry/shapes.h"
 
+#include <functional>
 #include <vector>
 
 namespace zent {
@@ -19,6 +20,12 @@ T& ffd(T& geometry, Lattice const& lattice, mat4 deformedLatticeMatrix, mat4 bas
 extern template Mesh& ffd(Mesh&, Lattice const&, mat4, mat4, bool, unsigned int, unsigned int, unsigned int);
 extern template Surface& ffd(Surface&, Lattice const&, mat4, mat4, bool, unsigned int, unsigned int, unsigned int);
 
+/// The same for a caller that goes point by point: set up once for the shape's transform and its inverse. The lattice
+/// must outlive the result. Throws as `ffd` does.
+std::function<vec3(vec3)> pointFFD(mat4 const& objectToWorld, mat4 const& worldToObject, Lattice const& lattice,
+                                   mat4 const& deformedLatticeMatrix, mat4 const& baseLatticeMatrix, bool local,
+                                   unsigned int influenceS, unsigned int influenceT, unsigned int influenceU);
+
 /// The same for the points that `indices` names, in any order; an index beyond the points names none.
 template <class T>
 T& ffdPartial(T& geometry, std::vector<unsigned int> indices, Lattice const& lattice, mat4 deformedLatticeMatrix,
@@ -34,10 +41,6 @@ Surface& ffdSurface(Surface& geometry, Lattice const& lattice, mat4 deformedLatt
 Mesh& ffdPartialMesh(Mesh& geometry, std::vector<unsigned int> indices, Lattice const& lattice,
                      mat4 deformedLatticeMatrix, mat4 baseLatticeMatrix, bool local, unsigned int influenceS,
                      unsigned int influenceT, unsigned int influenceU);
-
-/// What `ffd` requires of a lattice and its windows, for a caller that wants to know before there is a point to move.
-void requireLatticeWindows(Lattice const& lattice, bool local, unsigned int influenceS, unsigned int influenceT,
-                           unsigned int influenceU);
 
 /// The binomial coefficient, 0 for k above n. Throws std::runtime_error for n or k above 10.
 unsigned int binomial(unsigned int n, unsigned int k);

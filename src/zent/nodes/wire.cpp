@@ -58,6 +58,18 @@ vec3 turnOffset(vec3 offset_world, const mat3& frame, const quat& turn) {
 
 } // namespace
 
+vec3 wirePoint(vec3 point_world, float rotation, Curve const& baseWire, Curve const& deformedWire,
+               svec<float, 8> const& locatorParameters, svec<float, 8> const& locatorTwists,
+               WireBindings::value_type const& binding) {
+    const auto& [unused, u, frame] = binding;
+    const vec3 offset_world = point_world - toWorld(baseWire, baseWire.localPoint(u));
+    quat turn = tangentRotation(baseWire, deformedWire, u, rotation);
+    if (!locatorParameters.empty()) {
+        turn = glm::angleAxis(twistAngle(baseWire, locatorParameters, locatorTwists, u), frame[0]) * turn;
+    }
+    return toWorld(deformedWire, deformedWire.localPoint(u)) + turnOffset(offset_world, frame, turn);
+}
+
 template <class T>
 T& wire(T& geometry, float rotation, Curve const& baseWire, Curve const& deformedWire, svec<float, 8> locatorParameters,
         svec<float, 8> locatorTwists, WireBindings const& bindings) {
@@ -69,15 +81,8 @@ T& wire(T& geometry, float rotation, Curve const& baseWire, Curve const& deforme
     requireWires(baseWire, deformedWire, locatorParameters, locatorTwists);
 
     for (unsigned i = 0; i < bindings.size(); ++i) {
-        const auto& [unused, u, frame] = bindings[i];
-        const vec3 point_world = toWorld(geometry, pointsOf(geometry)[i]);
-        const vec3 offset_world = point_world - toWorld(baseWire, baseWire.localPoint(u));
-        quat turn = tangentRotation(baseWire, deformedWire, u, rotation);
-        if (!locatorParameters.empty()) {
-            turn = glm::angleAxis(twistAngle(baseWire, locatorParameters, locatorTwists, u), frame[0]) * turn;
-        }
-        const vec3 carried_world =
-            toWorld(deformedWire, deformedWire.localPoint(u)) + turnOffset(offset_world, frame, turn);
+        const vec3 carried_world = wirePoint(toWorld(geometry, pointsOf(geometry)[i]), rotation, baseWire, deformedWire,
+                                             locatorParameters, locatorTwists, bindings[i]);
         writePoint(geometry, i, toObject(geometry, carried_world));
     }
     return geometry;

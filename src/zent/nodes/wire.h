@@ -20,6 +20,12 @@ extern template Mesh& wire(Mesh&, float, Curve const&, Curve const&, svec<float,
 extern template Curve& wire(Curve&, float, Curve const&, Curve const&, svec<float, 8>, svec<float, 8>,
                             WireBindings const&);
 
+/// Where a wire carries one bound point, both in world space: for a caller that goes point by point, after
+/// `requireWires`.
+vec3 wirePoint(vec3 point_world, float rotation, Curve const& baseWire, Curve const& deformedWire,
+               svec<float, 8> const& locatorParameters, svec<float, 8> const& locatorTwists,
+               WireBindings::value_type const& binding);
+
 Mesh& wireMesh(Mesh& geometry, float rotation, Curve const& baseWire, Curve const& deformedWire,
                svec<float, 8> locatorParameters, svec<float, 8> locatorTwists, WireBindings const& bindings);
 Curve& wireCurve(Curve& geometry, float rotation, Curve const& baseWire, Curve const& deformedWire,

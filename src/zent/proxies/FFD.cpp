@@ -15,12 +15,7 @@ public:
 
 private:
     Lattice lattice;
-    mat4 deformedLatticeMatrix{1.0f};
-    mat4 baseLatticeMatrix{1.0f};
-    bool local = false;
-    unsigned int influenceS = 0;
-    unsigned int influenceT = 0;
-    unsigned int influenceU = 0;
+    std::function<vec3(vec3)> deformed;
 };
 
 template <class T>
@@ -28,20 +23,22 @@ void ProxyFFD<T>::init(const Arguments& args, const std::vector<Port>& ports) {
     ProxyDeformer<T>::init(args, ports);
     this->readInput(args, 0);
     lattice = read<Lattice>(args, 1);
-    deformedLatticeMatrix = read<mat4>(args, 2);
-    baseLatticeMatrix = read<mat4>(args, 3);
-    local = read<bool>(args, 4);
-    influenceS = read<unsigned int>(args, 5);
-    influenceT = read<unsigned int>(args, 6);
-    influenceU = read<unsigned int>(args, 7);
+    const auto deformedLatticeMatrix = read<mat4>(args, 2);
+    const auto baseLatticeMatrix = read<mat4>(args, 3);
+    const auto local = read<bool>(args, 4);
+    const auto influenceS = read<unsigned int>(args, 5);
+    const auto influenceT = read<unsigned int>(args, 6);
+    const auto influenceU = read<unsigned int>(args, 7);
     if (this->count() != 0) {
-        requireLatticeWindows(lattice, local, influenceS, influenceT, influenceU);
+        const auto shape = onePointShape<T>(vec3(0.0f), matrixOf(this->input)); // its inverse is a point's
+        deformed = pointFFD(matrixOf(shape), inverseMatrixOf(shape), lattice, deformedLatticeMatrix, baseLatticeMatrix,
+                            local, influenceS, influenceT, influenceU);
     }
 }
 
 template <class T>
 void ProxyFFD<T>::deform(T& point, unsigned int /*index*/) const {
-    ffd<T>(point, lattice, deformedLatticeMatrix, baseLatticeMatrix, local, influenceS, influenceT, influenceU);
+    pointsOf(point)[0] = deformed(pointsOf(point)[0]);
 }
 
 template Method method<ProxyFFD<Mesh>>();

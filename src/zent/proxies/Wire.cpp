@@ -41,7 +41,9 @@ void ProxyWire<T>::init(const Arguments& args, const std::vector<Port>& ports) {
 
 template <class T>
 void ProxyWire<T>::deform(T& point, unsigned int index) const {
-    wire<T>(point, rotation, baseWire, deformedWire, locatorParameters, locatorTwists, {bindings[index]});
+    const vec3 point_world = toWorld(point, pointsOf(point)[0]);
+    pointsOf(point)[0] = toObject(point, wirePoint(point_world, rotation, baseWire, deformedWire, locatorParameters,
+                                                   locatorTwists, bindings[index]));
 }
 
 template Method method<ProxyWire<Mesh>>();
