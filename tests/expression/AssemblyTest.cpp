@@ -1,9 +1,15 @@
 #include "zent/expression/Assembly.h"
 
+#include "zent/expression/Builtin.h"
+#include "zent/expression/Opcode.h"
+
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <fstream>
 #include <random>
+#include <regex>
+#include <sstream>
 #include <stdexcept>
 
 namespace zent {
@@ -44,6 +50,45 @@ TEST(Assembly, DisassemblyShowsConstantsAndBuiltins) {
                                              "   17: byte 99           # no operation\n"
                                              "   18: byte 26           # an instruction cut off\n"
                                              "   19: byte 0            # an instruction cut off\n");
+}
+
+/// The first two cells of the rows of a document's table whose first cell is a number, as the third is for those of
+/// built-in functions.
+std::vector<std::vector<std::string>> documentedRows(const std::string& heading) {
+    std::ifstream file(ZENT_DOCS "/byte-code.md");
+    std::vector<std::vector<std::string>> rows;
+    bool isAsked = false;
+    for (std::string line; std::getline(file, line);) {
+        if (line.rfind("## ", 0) == 0) {
+            isAsked = line == "## " + heading;
+        }
+        std::smatch cells;
+        if (isAsked && std::regex_search(line, cells, std::regex(R"(^\| ([0-9]+) \| `(\w+)` \| ([^|]*?) ?\|)"))) {
+            rows.push_back({cells[1], cells[2], cells[3]});
+        }
+    }
+    return rows;
+}
+
+TEST(Assembly, TheDocumentHasEveryNumber) {
+    const auto instructions = documentedRows("Instructions");
+    ASSERT_EQ(instructions.size(), kLastOpcode + 1U);
+    for (std::size_t opcode = 0; opcode < instructions.size(); ++opcode) {
+        const auto& row = instructions[opcode];
+        EXPECT_EQ(row[0], std::to_string(opcode));
+        std::istringstream text(disassemble({static_cast<unsigned char>(opcode), 1, 0, 0}));
+        std::string position, name, operand;
+        text >> position >> name >> operand;
+        EXPECT_EQ(name, row[1]);
+        EXPECT_EQ(operand.empty() || operand == "1:", row[2].empty()) << row[1];
+    }
+    const auto functions = documentedRows("Built-in functions");
+    ASSERT_EQ(functions.size(), Builtin::natives().size());
+    for (const auto& row : functions) {
+        const auto number = static_cast<unsigned short>(std::stoul(row[0]));
+        EXPECT_STREQ(Builtin::name(number), row[1].c_str());
+        EXPECT_EQ(std::to_string(Builtin::arity(number)), row[2]) << row[1];
+    }
 }
 
 TEST(Assembly, AnyBytesComeBackFromTheirDisassembly) {
