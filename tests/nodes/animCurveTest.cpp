@@ -180,8 +180,8 @@ TEST(AnimCurve, LongerListsAreFineAndBadOnesAreNamed) {
     EXPECT_EQ(outcome({}, 0), "key times has 0 entries, animCurve needs 1");
     EXPECT_EQ(outcome({1, 2}, 1), "in-tangent x has 1 entries, animCurve needs 2");
     EXPECT_EQ(outcome({1, 2}, 6), "out-tangent types has 1 entries, animCurve needs 2");
-    EXPECT_EQ(outcome({1, 2, 2}, 0), "key times do not ascend: entry 2 is 2.000000 after 2.000000");
-    EXPECT_EQ(outcome({std::nanf(""), 2}, 0), "key times do not ascend: entry 1 is 2.000000 after nan");
+    EXPECT_EQ(outcome({1, 2, 2}, 0), "key times do not ascend: entry 2 is 2 after 2");
+    EXPECT_EQ(outcome({std::nanf(""), 2}, 0), "key times do not ascend: entry 1 is 2 after nan");
 }
 
 } // namespace
