@@ -67,6 +67,12 @@ void curveDerivative(benchmark::State& state) {
 }
 BENCHMARK(curveDerivative);
 
+/// Point and both derivatives from one basis: beside the three calls above, one after the other.
+void curveJet(benchmark::State& state) {
+    walk(state, [](float u) { return kCurve.jet(u); });
+}
+BENCHMARK(curveJet);
+
 void curveSecondDerivative(benchmark::State& state) {
     walk(state, [](float u) { return kCurve.d2PdU2(u); });
 }

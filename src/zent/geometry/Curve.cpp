@@ -1,6 +1,8 @@
 #include "zent/geometry/Curve.h"
 
+#include "zent/geometry/ParameterDirection.h"
 #include "zent/geometry/nurbs.h"
+#include "zent/geometry/recurrence.h"
 #include "zent/geometry/transform.h"
 
 #include <algorithm>
@@ -25,21 +27,41 @@ constexpr std::array<GaussNode, 8> kGaussLegendre{{{0.96028984f, 0.101228535f},
                                                    {-0.5255324f, 0.31370664f},
                                                    {-0.18343464f, 0.36268377f}}};
 
-/// The sum of weight and control point over a span, each point in world space before it is weighted.
-vec3 sumWorld(const Curve& curve, unsigned span, const BasisRow& weights) {
-    const vec3* cv = &curve.cv[span + 1 - curve.degree];
-    vec3 sum(0.0f);
-    for (unsigned j = 0; j <= curve.degree; ++j) {
-        sum += weights[j] * (curve.matrixLinear * cv[j] + curve.translation);
-    }
-    return sum;
-}
+/// The basis and its derivatives up to order N at a parameter, with the curve's control points there.
+template <int P, int N>
+struct Evaluation {
+    BasisDerivatives weights;
+    const vec3* cv;
 
-vec3 worldDerivative(const Curve& curve, unsigned n, float u) {
-    const float clamped = clampParameter(u, curve.degree, curve.knots);
-    const unsigned span = findSpan(clamped, curve.degree, curve.knots);
-    return sumWorld(curve, span, computeDerivatives(n, curve.degree, span, clamped, curve.knots)[n]);
-}
+    Evaluation(const Curve& curve, float u) {
+        const ParameterDirection direction = along(curve);
+        const float clamped = direction.clamp(u);
+        const unsigned span = direction.span(clamped);
+        weights = derivativesOfDegree<P, N>(span, clamped, curve.knots);
+        cv = &curve.cv[direction.first(span)];
+    }
+
+    vec3 localPoint() const {
+        vec3 sum(0.0f);
+        for (int j = 0; j <= P; ++j) {
+            sum += weights[0][j] * cv[j];
+        }
+        return sum;
+    }
+
+    /// The sums of weight and control point of orders 1 to N, each point in world space before it is weighted.
+    std::array<vec3, N + 1> derivatives(const Curve& curve) const {
+        std::array<vec3, N + 1> sums;
+        sums.fill(vec3(0.0f));
+        for (int j = 0; j <= P; ++j) {
+            const vec3 point_world = curve.matrixLinear * cv[j] + curve.translation;
+            for (int k = 1; k <= N; ++k) {
+                sums[k] += weights[k][j] * point_world;
+            }
+        }
+        return sums;
+    }
+};
 
 float panelLength(const Curve& curve, float from, float to) {
     const float half = (to - from) * 0.5f;
@@ -61,23 +83,25 @@ Curve::Curve(unsigned degree_, unsigned form_, std::vector<vec3> cv_, std::vecto
 Curve::Curve(vec3 point, mat4 matrix) : Curve(1, kFormOpen, {point, point}, {0.0f, 1.0f}, matrix) {}
 
 vec3 Curve::localPoint(float u) const {
-    const float clamped = clampParameter(u, degree, knots);
-    const unsigned span = findSpan(clamped, degree, knots);
-    const BasisRow weights = basisFunctions(degree, span, clamped, knots);
-    const vec3* points = &cv[span + 1 - degree];
-    vec3 sum(0.0f);
-    for (unsigned j = 0; j <= degree; ++j) {
-        sum += weights[j] * points[j];
-    }
-    return sum;
+    return withDegree(degree, [&](auto p) { return Evaluation<p, 0>(*this, u).localPoint(); });
 }
 
 vec3 Curve::dPdU(float u) const {
-    return worldDerivative(*this, 1, u);
+    return withDegree(degree, [&](auto p) { return Evaluation<p, 1>(*this, u).derivatives(*this)[1]; });
 }
 
 vec3 Curve::d2PdU2(float u) const {
-    return degree < 2 ? vec3(0.0f) : worldDerivative(*this, 2, u);
+    return jet(u).suu;
+}
+
+CurveJet Curve::jet(float u) const {
+    return withDegree(degree, [&](auto p) {
+        constexpr int kOrder = p < 2 ? 1 : 2;
+        const Evaluation<p, kOrder> at(*this, u);
+        const auto derivatives = at.derivatives(*this);
+        return CurveJet{matrixLinear * at.localPoint() + translation, derivatives[1],
+                        p < 2 ? vec3(0.0f) : derivatives[kOrder]};
+    });
 }
 
 float Curve::arcLength(float from, float to) const {

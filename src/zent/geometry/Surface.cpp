@@ -1,6 +1,6 @@
 #include "zent/geometry/Surface.h"
 
-#include "zent/geometry/nurbs.h"
+#include "zent/geometry/ParameterDirection.h"
 #include "zent/geometry/transform.h"
 
 #include <utility>
@@ -8,31 +8,28 @@
 namespace zent {
 namespace {
 
-/// A parameter of one direction: clamped, with its span.
-struct Station {
-    float u;
-    unsigned span;
-
-    Station(float parameter, unsigned degree, const std::vector<float>& knots)
-        : u(clampParameter(parameter, degree, knots)), span(findSpan(u, degree, knots)) {}
-
-    BasisRow basis(unsigned degree, const std::vector<float>& knots) const {
-        return basisFunctions(degree, span, u, knots);
-    }
-    BasisRow firstDerivative(unsigned degree, const std::vector<float>& knots) const {
-        return computeDerivatives(1, degree, span, u, knots)[1];
-    }
-};
-
-/// The running sum of weightU * weightV * place(control point) over the control points of a pair of spans.
-template <class Place>
-vec3 weightedSum(const Surface& surface, unsigned spanU, unsigned spanV, const BasisRow& weightsU,
-                 const BasisRow& weightsV, Place place) {
-    const std::size_t stride = surface.cvCountV();
-    const vec3* first = &surface.cv[(spanU + 1 - surface.degreeU) * stride + (spanV + 1 - surface.degreeV)];
+/// The sum of weightU * weightV * place(control point) at a pair of parameters, each clamped, with the basis functions'
+/// derivatives of orders NU and NV as weights.
+template <unsigned NU, unsigned NV, class Place>
+vec3 weightedSum(const Surface& surface, float atU, float atV, Place place) {
+    const ParameterDirection directionU = alongU(surface);
+    const ParameterDirection directionV = alongV(surface);
+    const auto weightsAt = [](const ParameterDirection& direction, unsigned span, float u, auto order) {
+        if constexpr (order == 0) {
+            return direction.basis(span, u);
+        } else {
+            return direction.derivatives(order, span, u)[order];
+        }
+    };
+    const float u = directionU.clamp(atU);
+    const float v = directionV.clamp(atV);
+    const unsigned spanU = directionU.span(u);
+    const unsigned spanV = directionV.span(v);
+    const BasisRow weightsU = weightsAt(directionU, spanU, u, std::integral_constant<unsigned, NU>());
+    const BasisRow weightsV = weightsAt(directionV, spanV, v, std::integral_constant<unsigned, NV>());
+    const vec3* row = &surface.cv[directionU.first(spanU) * directionU.stride + directionV.first(spanV)];
     vec3 sum(0.0f);
-    for (unsigned i = 0; i <= surface.degreeU; ++i) {
-        const vec3* row = first + i * stride;
+    for (unsigned i = 0; i <= surface.degreeU; ++i, row += directionU.stride) {
         for (unsigned j = 0; j <= surface.degreeV; ++j) {
             sum += (weightsU[i] * weightsV[j]) * place(row[j]);
         }
@@ -57,24 +54,15 @@ void Surface::setMatrix(const mat4& matrix) {
 }
 
 vec3 Surface::localPoint(float u, float v) const {
-    const Station atU(u, degreeU, knotsU);
-    const Station atV(v, degreeV, knotsV);
-    return weightedSum(*this, atU.span, atV.span, atU.basis(degreeU, knotsU), atV.basis(degreeV, knotsV),
-                       [](vec3 point) { return point; });
+    return weightedSum<0, 0>(*this, u, v, [](vec3 point) { return point; });
 }
 
 vec3 Surface::dPdU(float u, float v) const {
-    const Station atU(u, degreeU, knotsU);
-    const Station atV(v, degreeV, knotsV);
-    return weightedSum(*this, atU.span, atV.span, atU.firstDerivative(degreeU, knotsU), atV.basis(degreeV, knotsV),
-                       [this](vec3 point) { return matrixLinear * point + translation; });
+    return weightedSum<1, 0>(*this, u, v, [this](vec3 point) { return matrixLinear * point + translation; });
 }
 
 vec3 Surface::dPdV(float u, float v) const {
-    const Station atU(u, degreeU, knotsU);
-    const Station atV(v, degreeV, knotsV);
-    return weightedSum(*this, atU.span, atV.span, atU.basis(degreeU, knotsU), atV.firstDerivative(degreeV, knotsV),
-                       [this](vec3 point) { return matrixLinear * point + translation; });
+    return weightedSum<0, 1>(*this, u, v, [this](vec3 point) { return matrixLinear * point + translation; });
 }
 
 } // namespace zent

@@ -2,7 +2,7 @@
 
 #include "zent/geometry/nurbs.h"
 #include "zent/geometry/shapes.h"
-#include "zent/geometry/surfaceDirection.h"
+#include "zent/geometry/ParameterDirection.h"
 
 #include <cmath>
 #include <cstdint>
@@ -17,7 +17,7 @@ constexpr int kSamplesPerPoint = 4;
 constexpr float kShortestStep = 0.1f;
 
 /// The grid's parameters in one direction: the domain's end over the count of samples, and its multiples below the end.
-std::vector<float> sampleParameters(const SurfaceDirection& direction, unsigned overlap) {
+std::vector<float> sampleParameters(const ParameterDirection& direction, unsigned overlap) {
     const float end = direction.end();
     const auto points = static_cast<std::int64_t>(direction.knots.size()) + 1 - std::int64_t{overlap};
     std::vector<float> parameters;
@@ -170,7 +170,7 @@ private:
         return glm::dot(offset, offset);
     }
 
-    static float wrap(float u, const SurfaceDirection& direction) {
+    static float wrap(float u, const ParameterDirection& direction) {
         if (direction.form != kFormPeriodic) {
             return u;
         }
@@ -179,8 +179,8 @@ private:
     }
 
     const Surface& surface_;
-    SurfaceDirection u_;
-    SurfaceDirection v_;
+    ParameterDirection u_;
+    ParameterDirection v_;
     vec3 point_;
 };
 

@@ -2,7 +2,7 @@
 
 #include "zent/geometry/nurbs.h"
 #include "zent/geometry/shapes.h"
-#include "zent/geometry/surfaceDirection.h"
+#include "zent/geometry/ParameterDirection.h"
 #include "zent/math/require.h"
 #include "zent/nodes/surfaceKnotInsert.h"
 
@@ -16,15 +16,15 @@
 namespace zent {
 namespace {
 
-SurfaceDirection fixedDirection(const Surface& surface, int direction) {
+ParameterDirection fixedDirection(const Surface& surface, int direction) {
     return direction != 0 ? alongU(surface) : alongV(surface);
 }
 
-SurfaceDirection runningDirection(const Surface& surface, int direction) {
+ParameterDirection runningDirection(const Surface& surface, int direction) {
     return direction != 0 ? alongV(surface) : alongU(surface);
 }
 
-Curve curveAlong(const SurfaceDirection& running, unsigned degree, std::vector<vec3> points) {
+Curve curveAlong(const ParameterDirection& running, unsigned degree, std::vector<vec3> points) {
     return Curve(degree, running.form, std::move(points), running.knots, mat4(1.0f));
 }
 
@@ -38,7 +38,7 @@ struct RefinedSurface {
 };
 
 RefinedSurface refineToRow(const Surface& surface, int direction, float value) {
-    const SurfaceDirection fixed = fixedDirection(surface, direction);
+    const ParameterDirection fixed = fixedDirection(surface, direction);
     if (meets(fixed.start(), value)) {
         return {surface, 0};
     }
@@ -64,8 +64,8 @@ RefinedSurface refineToRow(const Surface& surface, int direction, float value) {
 Curve isoByRefinement(const Surface& surface, int direction, float value) {
     requireEvaluable(surface, "surface");
     const RefinedSurface refined = refineToRow(surface, direction, value);
-    const SurfaceDirection fixed = fixedDirection(refined.surface, direction);
-    const SurfaceDirection running = runningDirection(refined.surface, direction);
+    const ParameterDirection fixed = fixedDirection(refined.surface, direction);
+    const ParameterDirection running = runningDirection(refined.surface, direction);
     std::vector<vec3> points(running.count);
     for (std::size_t j = 0; j < running.count; ++j) {
         points[j] = toWorld(refined.surface, refined.surface.cv[refined.row * fixed.stride + j * running.stride]);
@@ -85,8 +85,8 @@ Curve IMPL__curveFromSurfaceIsoU(const Surface& surface, float value) {
 
 Curve curveFromSurfaceIsoInterp(const Surface& surface, int direction, float value) {
     requireEvaluable(surface, "surface");
-    const SurfaceDirection fixed = fixedDirection(surface, direction);
-    const SurfaceDirection running = runningDirection(surface, direction);
+    const ParameterDirection fixed = fixedDirection(surface, direction);
+    const ParameterDirection running = runningDirection(surface, direction);
     const std::vector<float>& knots = fixed.knots;
     const float c = std::min(value, knots.back() - kThreshold);
     // The upper bound over all knots. It has no lower limit but the first segment, so that a value below extrapolates;
@@ -105,7 +105,7 @@ Curve curveFromSurfaceIsoInterp(const Surface& surface, int direction, float val
 
 Curve curveFromSurfaceIsoConnect(const Surface& surface, int direction, float value) {
     requireEvaluable(surface, "surface");
-    const SurfaceDirection running = runningDirection(surface, direction);
+    const ParameterDirection running = runningDirection(surface, direction);
     std::vector<vec3> points(running.count);
     for (std::size_t i = 0; i < running.count; ++i) {
         const float knot = running.knots[i];
@@ -118,12 +118,12 @@ Curve curveFromSurfaceIsoConnect(const Surface& surface, int direction, float va
 Curve curveFromSurfaceIso(const Surface& surface, int direction, float value, float minValue, float maxValue,
                           bool relative) {
     requireEvaluable(surface, "surface");
-    const SurfaceDirection fixed = fixedDirection(surface, direction);
+    const ParameterDirection fixed = fixedDirection(surface, direction);
     if (!(maxValue < minValue)) {
         value = value < minValue ? minValue : std::min(value, maxValue);
     }
     if (relative) {
-        value = fixed.start() + value * (fixed.end() - fixed.start());
+        value = fixed.atFraction(value);
     }
     if (fixed.degree == 1) {
         return curveFromSurfaceIsoInterp(surface, direction, value);

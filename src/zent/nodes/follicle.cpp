@@ -2,7 +2,7 @@
 
 #include "zent/geometry/nurbs.h"
 #include "zent/geometry/shapes.h"
-#include "zent/geometry/surfaceDirection.h"
+#include "zent/geometry/ParameterDirection.h"
 #include "zent/math/require.h"
 #include "zent/math/rotation.h"
 
@@ -109,19 +109,6 @@ vec3 triangleTangent(const Mesh& mesh, const CornerWeights& weights, const std::
     return glm::normalize((v[2] - v[0]) * (p[1] - p[0]) - (v[1] - v[0]) * (p[2] - p[0]));
 }
 
-struct SurfaceParameters {
-    float u;
-    float v;
-
-    SurfaceParameters(const Surface& surface, float fractionU, float fractionV)
-        : u(inDomain(alongU(surface), fractionU)), v(inDomain(alongV(surface), fractionV)) {}
-
-private:
-    static float inDomain(const SurfaceDirection& direction, float fraction) {
-        return direction.start() + fraction * (direction.end() - direction.start());
-    }
-};
-
 /// The angles of the frame with X along cross(side, n) and Z along n; neither is normalised again.
 vec3 frameAngles(vec3 side, vec3 n) {
     const vec3 x = glm::cross(side, n);
@@ -214,15 +201,14 @@ vec3 follicleRotateMesh(const Mesh& mesh, float u, float v, std::array<unsigned,
 
 vec3 follicleTranslateSurface(const Surface& surface, float u, float v) {
     requireEvaluable(surface, "surface");
-    const SurfaceParameters at(surface, u, v);
-    return toWorld(surface, surface.localPoint(at.u, at.v));
+    return toWorld(surface, surface.localPoint(alongU(surface).atFraction(u), alongV(surface).atFraction(v)));
 }
 
 vec3 follicleRotateSurface(const Surface& surface, float u, float v) {
     requireEvaluable(surface, "surface");
-    const SurfaceParameters at(surface, u, v);
-    const vec3 su = surface.dPdU(at.u, at.v);
-    const vec3 sv = surface.dPdV(at.u, at.v);
+    const vec2 at(alongU(surface).atFraction(u), alongV(surface).atFraction(v));
+    const vec3 su = surface.dPdU(at.x, at.y);
+    const vec3 sv = surface.dPdV(at.x, at.y);
     const vec3 t = glm::normalize(su);
     const vec3 n = glm::normalize(glm::cross(su, sv));
     return frameAngles(glm::normalize(glm::cross(n, t)), n);

@@ -1,5 +1,6 @@
 #include "zent/nodes/motionPath.h"
 
+#include "zent/geometry/ParameterDirection.h"
 #include "zent/geometry/nurbs.h"
 #include "zent/nodes/nearestPointOnCurve.h"
 
@@ -38,7 +39,7 @@ float parameterAtFraction(const Curve& curve, float fraction) {
     const float start = curve.domainStart();
     const float end = curve.domainEnd();
     if (fraction > kAlmostOne || fraction < kSearchTolerance) {
-        return start + fraction * (end - start);
+        return along(curve).atFraction(fraction);
     }
     const float total = curve.arcLength(start, end);
     // Without length it is parameter 0, deliberately not the domain's start.

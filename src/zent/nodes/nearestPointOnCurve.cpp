@@ -84,13 +84,13 @@ float wrapOrClamp(const Curve& curve, float u) {
 /// Newton's iteration on the squared distance from a start in the domain.
 float newton(const Curve& curve, float u, vec3 point) {
     for (int i = 0; i < kMaxNewtonSteps; ++i) {
-        const vec3 r = worldPoint(curve, u) - point;
-        const vec3 d1 = curve.dPdU(u);
-        const float denominator = glm::dot(r, curve.d2PdU2(u)) + glm::dot(d1, d1);
+        const CurveJet jet = curve.jet(u);
+        const vec3 r = jet.s - point;
+        const float denominator = glm::dot(r, jet.suu) + glm::dot(jet.su, jet.su);
         if (std::abs(denominator) < kSearchTolerance) {
             return u;
         }
-        const float next = wrapOrClamp(curve, stepInsideDomain(curve, u, glm::dot(r, d1) / denominator));
+        const float next = wrapOrClamp(curve, stepInsideDomain(curve, u, glm::dot(r, jet.su) / denominator));
         if (std::abs(next - u) < kSearchTolerance) {
             return u; // the parameter from before this step, deliberately
         }

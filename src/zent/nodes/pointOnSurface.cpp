@@ -1,5 +1,6 @@
 #include "zent/nodes/pointOnSurface.h"
 
+#include "zent/geometry/ParameterDirection.h"
 #include "zent/geometry/nurbs.h"
 #include "zent/geometry/shapes.h"
 
@@ -15,8 +16,7 @@ vec2 surfaceParameters(const Surface& surface, float u, float v, bool percentage
         return {u, v};
     }
     // Deliberately the ends alone, whatever the domains' starts.
-    return {u * surface.knotsU[surface.knotsU.size() - surface.degreeU],
-            v * surface.knotsV[surface.knotsV.size() - surface.degreeV]};
+    return {u * alongU(surface).end(), v * alongV(surface).end()};
 }
 
 } // namespace

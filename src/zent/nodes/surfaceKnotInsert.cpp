@@ -2,7 +2,7 @@
 
 #include "zent/geometry/nurbs.h"
 #include "zent/geometry/shapes.h"
-#include "zent/geometry/surfaceDirection.h"
+#include "zent/geometry/ParameterDirection.h"
 #include "zent/math/require.h"
 
 #include <array>
@@ -16,15 +16,15 @@ namespace {
 
 class KnotInsertion {
 public:
-    KnotInsertion(const SurfaceDirection& direction, float knot, const char* argument)
+    KnotInsertion(const ParameterDirection& direction, float knot, const char* argument)
         : degree_(direction.degree), knot_(knot) {
         const std::vector<float>& knots = direction.knots;
         if (knot < direction.start()) {
             fail(std::string(argument) + " is " + shown(knot) + ", the domain starts at " + shown(direction.start()));
         }
-        span_ = findSpan(knot, degree_, knots);
+        span_ = direction.span(knot);
         for (unsigned j = 0; j < degree_; ++j) {
-            const float below = knots[span_ + 1 - degree_ + j];
+            const float below = knots[direction.first(span_) + j];
             alpha_[j] = (knot - below) / (knots[span_ + 1 + j] - below);
         }
     }
@@ -65,7 +65,7 @@ private:
 
 Surface surfaceKnotInsertOnU(const Surface& surface, float knot) {
     requireEvaluable(surface, "surface");
-    const SurfaceDirection u = alongU(surface);
+    const ParameterDirection u = alongU(surface);
     const KnotInsertion insertion(u, knot, "knot in U");
     const std::size_t columns = surface.cvCountV();
     std::vector<vec3> points((u.count + 1) * columns, vec3(0.0f));
@@ -78,7 +78,7 @@ Surface surfaceKnotInsertOnU(const Surface& surface, float knot) {
 
 Surface surfaceKnotInsertOnV(const Surface& surface, float knot) {
     requireEvaluable(surface, "surface");
-    const SurfaceDirection v = alongV(surface);
+    const ParameterDirection v = alongV(surface);
     const KnotInsertion insertion(v, knot, "knot in V");
     const std::size_t rows = surface.cvCountU();
     std::vector<vec3> points(rows * (v.count + 1), vec3(0.0f));
