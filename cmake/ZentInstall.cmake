@@ -12,7 +12,8 @@ install(FILES ${CMAKE_BINARY_DIR}/ZentMayaNodesConfig.cmake ${CMAKE_BINARY_DIR}/
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ZentMayaNodes)
 
 foreach(room IN ITEMS math geometry nodes expression)
-    install(DIRECTORY src/zent/${room} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zent FILES_MATCHING PATTERN "*.h")
+    install(DIRECTORY src/zent/${room} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zent FILES_MATCHING PATTERN "*.h"
+            PATTERN lanes.h EXCLUDE PATTERN require.h EXCLUDE PATTERN recurrence.h EXCLUDE PATTERN closestSearch.h EXCLUDE)
 endforeach()
 
 install(TARGETS ZentMayaNodes ZentMayaTools LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})

@@ -1,7 +1,9 @@
 #include "zent/geometry/Surface.h"
 
 #include "zent/geometry/ParameterDirection.h"
+#include "zent/geometry/recurrence.h"
 #include "zent/geometry/transform.h"
+#include "zent/math/lanes.h"
 
 #include <utility>
 
@@ -10,31 +12,27 @@ namespace {
 
 /// The sum of weightU * weightV * place(control point) at a pair of parameters, each clamped, with the basis functions'
 /// derivatives of orders NU and NV as weights.
-template <unsigned NU, unsigned NV, class Place>
+template <int NU, int NV, class Place>
 vec3 weightedSum(const Surface& surface, float atU, float atV, Place place) {
     const ParameterDirection directionU = alongU(surface);
     const ParameterDirection directionV = alongV(surface);
-    const auto weightsAt = [](const ParameterDirection& direction, unsigned span, float u, auto order) {
-        if constexpr (order == 0) {
-            return direction.basis(span, u);
-        } else {
-            return direction.derivatives(order, span, u)[order];
-        }
-    };
     const float u = directionU.clamp(atU);
     const float v = directionV.clamp(atV);
     const unsigned spanU = directionU.span(u);
     const unsigned spanV = directionV.span(v);
-    const BasisRow weightsU = weightsAt(directionU, spanU, u, std::integral_constant<unsigned, NU>());
-    const BasisRow weightsV = weightsAt(directionV, spanV, v, std::integral_constant<unsigned, NV>());
     const vec3* row = &surface.cv[directionU.first(spanU) * directionU.stride + directionV.first(spanV)];
-    vec3 sum(0.0f);
-    for (unsigned i = 0; i <= surface.degreeU; ++i, row += directionU.stride) {
-        for (unsigned j = 0; j <= surface.degreeV; ++j) {
-            sum += (weightsU[i] * weightsV[j]) * place(row[j]);
+    const BasisRow weightsU = withDegree(
+        directionU.degree, [&](auto p) { return derivativesOfDegree<p, NU>(spanU, u, directionU.knots)[NU]; });
+    return withDegree(directionV.degree, [&](auto p) {
+        const BasisRow weightsV = derivativesOfDegree<p, NV>(spanV, v, directionV.knots)[NV];
+        Lanes sum = {};
+        for (unsigned i = 0; i <= directionU.degree; ++i, row += directionU.stride) {
+            for (int j = 0; j <= p; ++j) {
+                sum += (weightsU[i] * weightsV[j]) * place(row[j]);
+            }
         }
-    }
-    return sum;
+        return vec3(sum[0], sum[1], sum[2]);
+    });
 }
 
 } // namespace
@@ -54,15 +52,15 @@ void Surface::setMatrix(const mat4& matrix) {
 }
 
 vec3 Surface::localPoint(float u, float v) const {
-    return weightedSum<0, 0>(*this, u, v, [](vec3 point) { return point; });
+    return weightedSum<0, 0>(*this, u, v, [](const vec3& point) { return pointLanes(point); });
 }
 
 vec3 Surface::dPdU(float u, float v) const {
-    return weightedSum<1, 0>(*this, u, v, [this](vec3 point) { return matrixLinear * point + translation; });
+    return weightedSum<1, 0>(*this, u, v, AffineLanes(matrixLinear, translation));
 }
 
 vec3 Surface::dPdV(float u, float v) const {
-    return weightedSum<0, 1>(*this, u, v, [this](vec3 point) { return matrixLinear * point + translation; });
+    return weightedSum<0, 1>(*this, u, v, AffineLanes(matrixLinear, translation));
 }
 
 } // namespace zent

@@ -6,7 +6,6 @@
 #include <array>
 #include <limits>
 
-// Matrix products are told in Maya's row order, as in the header.
 namespace zent {
 namespace {
 
@@ -267,25 +266,35 @@ quat decomposeMatrixQuat(mat4 const& m) {
     return get_orient(m);
 }
 
-quat core_slerp(quat a, quat b, float t, int spin, bool flip_spin) {
+Slerp::Slerp(quat a, quat b, int spin, bool flip_spin) : a_(a), b_(b) {
     float c = glm::dot(components(a), components(b));
     if (c < 0.0f) {
         c = -c;
-        b = -b;
+        b_ = -b;
         if (flip_spin) {
             spin = spin == 0 ? -1 : 0;
         }
     }
     const float s = 1.0f - c;
-    if (!(s > kThreshold)) {
-        return (1.0f - t) * a + t * b;
+    linear_ = !(s > kThreshold);
+    if (!linear_) {
+        omega_ = std::acos(glm::clamp(c, -1.0f, 1.0f));
+        swept_ = static_cast<float>(static_cast<double>(omega_) + spin * kPi);
+        // The divisor stays sin(omega), whatever the spin.
+        inverseSine_ = 1.0f / std::sin(omega_);
     }
-    const float omega = std::acos(glm::clamp(c, -1.0f, 1.0f));
-    const float swept = static_cast<float>(static_cast<double>(omega) + spin * kPi);
-    const float g = swept * t;
-    // The divisor stays sin(omega), whatever the spin.
-    const float inverseSine = 1.0f / std::sin(omega);
-    return std::sin(omega - g) * inverseSine * a + std::sin(g) * inverseSine * b;
+}
+
+quat Slerp::operator()(float t) const {
+    if (linear_) {
+        return (1.0f - t) * a_ + t * b_;
+    }
+    const float g = swept_ * t;
+    return std::sin(omega_ - g) * inverseSine_ * a_ + std::sin(g) * inverseSine_ * b_;
+}
+
+quat core_slerp(quat a, quat b, float t, int spin, bool flip_spin) {
+    return Slerp(a, b, spin, flip_spin)(t);
 }
 
 quat normalizeOrIdentity(quat q) {
@@ -358,14 +367,13 @@ vec3 rotationAxis(quat q) {
 
 mat4 composeMatrix(vec3 translate, vec3 rotate, int order, vec3 scale) {
     const mat4 rotation = eulerRotateMatrix(rotate, static_cast<RotateOrder>(order));
-    const vec4 factor(scale, 1.0f);
     mat4 m(0.0f);
     for (int i = 0; i < 4; ++i) {
         // The general form: with a zero rotation (an order out of range) row 3 is zero, too.
         const float w = rotation[i].w;
-        m[i] = factor[i] * vec4(vec3(rotation[i]) + w * translate, w);
+        m[i] = vec4(vec3(rotation[i]) + w * translate, w);
     }
-    return m;
+    return scaledRows(m, scale);
 }
 
 } // namespace zent

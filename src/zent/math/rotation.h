@@ -5,8 +5,6 @@
 #include <tuple>
 #include <utility>
 
-// Products in this file are told in Maya's row order: the leftmost factor acts on a point first, and glm's `A * B` is
-// Maya's B A. Quaternion products are glm's operator, which applies its right factor first.
 namespace zent {
 
 /// Maya's `rotateOrder`. The first letter is the axis that acts first on a point. Carried as any integer: the functions
@@ -65,6 +63,22 @@ vec3 decomposeMatrixShear(mat4 const& m);
 /// `get_orient`.
 quat decomposeMatrixQuat(mat4 const& m);
 
+/// Spherical interpolation from a to b, for any number of steps: what the two alone decide is worked out once.
+class Slerp {
+public:
+    /// `spin` and `flip_spin` as for `core_slerp`.
+    Slerp(quat a, quat b, int spin, bool flip_spin);
+    quat operator()(float t) const;
+
+private:
+    quat a_;
+    quat b_;
+    bool linear_;
+    float omega_ = 0.0f;
+    float swept_ = 0.0f;
+    float inverseSine_ = 0.0f;
+};
+
 /// Spherical interpolation from a to b by t with `spin` extra half turns. Where the two lie more than a quarter turn
 /// apart b is negated, and `flip_spin` then turns a spin of 0 into -1 and any other into 0. The result is not
 /// normalised.
@@ -100,6 +114,15 @@ vec3 rotationAxis(quat q);
 
 /// Scale, then rotate (radians), then translate. An order outside 0 to 5 gives zero rows and a zero row 3.
 mat4 composeMatrix(vec3 translate, vec3 rotate, int order, vec3 scale);
+
+/// Rows 0 to 2, each times its factor.
+template <class Matrix>
+Matrix scaledRows(Matrix rows, vec3 factors) {
+    for (int i = 0; i < 3; ++i) {
+        rows[i] *= factors[i];
+    }
+    return rows;
+}
 
 /// A point through a matrix, affine part only: (p, 1) times m in Maya's order.
 inline vec3 transformPoint(mat4 const& m, vec3 p) {

@@ -16,7 +16,10 @@
 /// The value types of every node function: glm's vectors, matrices and quaternions in single precision.
 ///
 /// A `mat4` holds Maya's matrix float for float: `M[i]` is Maya's row i, points are row vectors in Maya's reading and
-/// row 3 holds the translation. glm's `A * B` is therefore Maya's product B A.
+/// row 3 holds the translation. glm's `A * B` is therefore Maya's product B A, and either way the same factor acts on a
+/// point first: B, which stands right in code and left in Maya's row order. Comments tell products in the order of the
+/// code, and where they say "Maya's row order", or "a, then b", the other way round. Quaternion products are glm's
+/// operator, which applies its right factor first.
 namespace zent {
 
 using glm::mat3;

@@ -6,7 +6,6 @@
 #include <glm/geometric.hpp>
 #include <glm/matrix.hpp>
 
-// Quaternion products are glm's: the right factor acts first.
 namespace zent {
 namespace {
 

@@ -1,9 +1,12 @@
 #include "zent/nodes/closestPointOnSurface.h"
 
 #include "zent/geometry/nurbs.h"
-#include "zent/geometry/shapes.h"
 #include "zent/geometry/ParameterDirection.h"
+#include "zent/geometry/shapes.h"
+#include "zent/math/lanes.h"
+#include "zent/nodes/closestSearch.h"
 
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -36,12 +39,12 @@ std::vector<float> sampleParameters(const ParameterDirection& direction, unsigne
 
 /// A surface point with its first and second partial derivatives.
 struct SurfaceJet {
-    vec3 s{0.0f};
-    vec3 su{0.0f};
-    vec3 sv{0.0f};
-    vec3 suu{0.0f};
-    vec3 svv{0.0f};
-    vec3 suv{0.0f};
+    vec3 s;
+    vec3 su;
+    vec3 sv;
+    vec3 suu;
+    vec3 svv;
+    vec3 suv;
 };
 
 class ClosestPointSearch {
@@ -51,11 +54,12 @@ public:
 
     vec2 run(const SurfaceSamples& samples) const {
         vec2 at = nearestSample(samples);
-        at = vec2(clampParameter(at.x, u_.degree, u_.knots), clampParameter(at.y, v_.degree, v_.knots));
+        at = vec2(u_.clamp(at.x), v_.clamp(at.y));
+        float here = squaredDistance(at);
         for (int iteration = 0; iteration < kMaxIterations; ++iteration) {
             const SurfaceJet jet = jetAt(at);
             const vec3 offset = jet.s - point_;
-            if (guardedLength(offset) < kThreshold) {
+            if (guardedLength(offset) < kSearchTolerance) {
                 return at;
             }
             vec2 step = newtonStep(jet, offset);
@@ -66,12 +70,15 @@ public:
             if (length < kShortestStep) {
                 step *= kShortestStep / length; // a short step is lengthened; the line search alone makes one shorter
             }
-            if (!halveIntoDomain(at, step) || !halveUntilNearer(at, step)) {
+            if (!halveIntoDomain(at, step) || !halveUntilNearer(at, here, step)) {
                 return at;
             }
             const vec2 next(wrap(at.x - step.x, u_), wrap(at.y - step.y, v_));
-            if (std::abs(next.x - at.x) < kThreshold && std::abs(next.y - at.y) < kThreshold) {
+            if (std::abs(next.x - at.x) < kSearchTolerance && std::abs(next.y - at.y) < kSearchTolerance) {
                 return at; // not `next`: on convergence the result stays one update behind
+            }
+            if (next != at - step) {
+                here = squaredDistance(next);
             }
             at = next;
         }
@@ -80,41 +87,58 @@ public:
 
 private:
     vec2 nearestSample(const SurfaceSamples& samples) const {
-        vec2 nearest(u_.start(), v_.start());
-        float best = std::numeric_limits<float>::max();
-        for (const auto& [parameters, sample] : samples) {
-            const vec3 offset = sample - point_;
-            const float distance = glm::dot(offset, offset);
-            if (distance < best) {
-                best = distance;
-                nearest = parameters;
+        NearestSample<vec2> nearest{vec2(u_.start(), v_.start())};
+        std::size_t i = 0;
+        for (; i + kLanes <= samples.size(); i += kLanes) {
+            const auto side = [&](int axis) {
+                return Lanes{samples[i].second[axis], samples[i + 1].second[axis], samples[i + 2].second[axis],
+                             samples[i + 3].second[axis]} -
+                       point_[axis];
+            };
+            const Lanes x = side(0);
+            const Lanes y = side(1);
+            const Lanes z = side(2);
+            const Lanes distances = x * x + y * y + z * z;
+            float each[kLanes];
+            storeLanes(distances, each);
+            if (each[0] < nearest.distance || each[1] < nearest.distance || each[2] < nearest.distance ||
+                each[3] < nearest.distance) {
+                for (std::size_t lane = 0; lane < kLanes; ++lane) {
+                    nearest.offer(samples[i + lane].first, each[lane]);
+                }
             }
         }
-        return nearest;
+        for (; i < samples.size(); ++i) {
+            const vec3 offset = samples[i].second - point_;
+            nearest.offer(samples[i].first, glm::dot(offset, offset));
+        }
+        return nearest.at;
     }
 
     /// The six sums in one pass. The search may leave a domain that starts above 0 downwards; the sums do not follow.
     SurfaceJet jetAt(vec2 at) const {
-        const float u = u_.start() > 0.0f ? clampParameter(at.x, u_.degree, u_.knots) : at.x;
-        const float v = v_.start() > 0.0f ? clampParameter(at.y, v_.degree, v_.knots) : at.y;
-        const unsigned spanU = findSpan(u, u_.degree, u_.knots);
-        const unsigned spanV = findSpan(v, v_.degree, v_.knots);
-        const BasisDerivatives nu = computeDerivatives(2, u_.degree, spanU, u, u_.knots);
-        const BasisDerivatives nv = computeDerivatives(2, v_.degree, spanV, v, v_.knots);
-        const vec3* row = &surface_.cv[(spanU + 1 - u_.degree) * u_.stride + (spanV + 1 - v_.degree)];
-        SurfaceJet jet;
+        const float u = u_.start() > 0.0f ? u_.clamp(at.x) : at.x;
+        const float v = v_.start() > 0.0f ? v_.clamp(at.y) : at.y;
+        const unsigned spanU = u_.span(u);
+        const unsigned spanV = v_.span(v);
+        const BasisDerivatives nu = u_.derivatives(2, spanU, u);
+        const BasisDerivatives nv = v_.derivatives(2, spanV, v);
+        const vec3* row = &surface_.cv[u_.first(spanU) * u_.stride + v_.first(spanV)];
+        const AffineLanes place(surface_.matrixLinear, surface_.translation);
+        std::array<Lanes, 6> sums{};
         for (unsigned i = 0; i <= u_.degree; ++i, row += u_.stride) {
             for (unsigned j = 0; j <= v_.degree; ++j) {
-                const vec3 p = toWorld(surface_, row[j]);
-                jet.s += (nu[0][i] * nv[0][j]) * p;
-                jet.su += (nu[1][i] * nv[0][j]) * p;
-                jet.sv += (nu[0][i] * nv[1][j]) * p;
-                jet.suu += (nu[2][i] * nv[0][j]) * p;
-                jet.svv += (nu[0][i] * nv[2][j]) * p;
-                jet.suv += (nu[1][i] * nv[1][j]) * p;
+                const Lanes p = place(row[j]);
+                sums[0] += (nu[0][i] * nv[0][j]) * p;
+                sums[1] += (nu[1][i] * nv[0][j]) * p;
+                sums[2] += (nu[0][i] * nv[1][j]) * p;
+                sums[3] += (nu[2][i] * nv[0][j]) * p;
+                sums[4] += (nu[0][i] * nv[2][j]) * p;
+                sums[5] += (nu[1][i] * nv[1][j]) * p;
             }
         }
-        return jet;
+        const auto sum = [&](std::size_t k) { return vec3(sums[k][0], sums[k][1], sums[k][2]); };
+        return {sum(0), sum(1), sum(2), sum(3), sum(4), sum(5)};
     }
 
     /// What is subtracted from (u, v); along one direction only where the other derivative vanishes, as at a pole.
@@ -155,13 +179,16 @@ private:
         return true;
     }
 
-    bool halveUntilNearer(vec2 at, vec2& step) const {
-        const float here = squaredDistance(at);
-        while (squaredDistance(at - step) > here) {
+    /// `here` is the squared distance at `at`, and then that of the step.
+    bool halveUntilNearer(vec2 at, float& here, vec2& step) const {
+        float there = squaredDistance(at - step);
+        while (there > here) {
             if (!halve(step)) {
                 return false;
             }
+            there = squaredDistance(at - step);
         }
+        here = there;
         return true;
     }
 
@@ -171,11 +198,7 @@ private:
     }
 
     static float wrap(float u, const ParameterDirection& direction) {
-        if (direction.form != kFormPeriodic) {
-            return u;
-        }
-        const float wrapped = std::fmod(u, direction.end());
-        return wrapped < 0.0f ? wrapped + direction.end() : wrapped;
+        return direction.form == kFormPeriodic ? wrapByEnd(u, direction.end()) : u;
     }
 
     const Surface& surface_;

@@ -1,4 +1,3 @@
-// Products in this file are told in the column-vector order of glm: the rightmost factor acts on a point first.
 #include "zent/nodes/cluster.h"
 
 #include "zent/math/require.h"
@@ -60,16 +59,51 @@ Members effectiveMembers(const PointIndices& listed, const WeightMap& weights) {
     return members;
 }
 
-/// That part of the handle's rotation which a weight leaves. Modes 1 and 2 sweep half a turn less where the rotation
-/// goes beyond half a turn (1) or doesn't (2).
-quat partialRotation(const quat& rotation, int angleMode, float weight) {
-    const quat identity(1.0f, 0.0f, 0.0f, 0.0f);
-    if (static_cast<unsigned>(angleMode) > 3u) {
-        return identity;
+/// The channels of a cluster's handle.
+struct Handle {
+    vec3 translate;
+    vec3 rotate;
+    int rotateOrder;
+    vec3 scale;
+    vec3 rotatePivot;
+    vec3 scalePivot;
+    vec3 rotatePivotTranslate;
+    vec3 scalePivotTranslate;
+};
+
+/// Moves points of fractional weights, one after the other.
+class PartialHandle {
+public:
+    PartialHandle(const Handle& handle, int angleMode)
+        : handle_(handle), rotates_(static_cast<unsigned>(angleMode) <= 3u),
+          rotation_(quat(1.0f, 0.0f, 0.0f, 0.0f), fullRotation(handle), angleMode == 2 ? -1 : 0,
+                    angleMode == 1 || angleMode == 2),
+          translate_(handle.translate + handle.rotatePivotTranslate),
+          pivotOffset_(handle.scalePivot - handle.rotatePivot), scale_(handle.scale) {}
+
+    vec3 operator()(vec3 point, float weight) {
+        // Not reset from point to point, so that the scale compounds over the fractional ones: deliberate.
+        scale_ = 1.0f + weight * (scale_ - 1.0f);
+        const vec3 scaled = (point - handle_.scalePivot) * scale_ + pivotOffset_ + weight * handle_.scalePivotTranslate;
+        // Modes 1 and 2 sweep half a turn less where the rotation goes beyond half a turn (1) or doesn't (2).
+        const quat rotation = rotates_ ? rotation_(weight) : quat(1.0f, 0.0f, 0.0f, 0.0f);
+        return handle_.rotatePivot + rotation * scaled + weight * translate_;
     }
-    const bool flips = angleMode == 1 || angleMode == 2;
-    return core_slerp(identity, rotation, weight, angleMode == 2 ? -1 : 0, flips);
-}
+
+private:
+    // Through angles and back: the order takes part in the angles only, so another than xyz changes the rotation.
+    static quat fullRotation(const Handle& handle) {
+        const quat rotation = eulerToQuat(handle.rotate, kRotateXYZ);
+        return eulerToQuat(eulerAngles(rotation, static_cast<RotateOrder>(handle.rotateOrder)), kRotateXYZ);
+    }
+
+    Handle handle_;
+    bool rotates_;
+    Slerp rotation_;
+    vec3 translate_;
+    vec3 pivotOffset_;
+    vec3 scale_;
+};
 
 } // namespace
 
@@ -86,27 +120,16 @@ T& _cluster(T& geometry, boost::optional<std::vector<unsigned int>> indices, mat
     std::sort(indices->begin(), indices->end());
 
     const mat4 full = first * second;
-    // Through angles and back: the order takes part in the angles only, so another than xyz changes the rotation.
-    const quat handle = eulerToQuat(rotate, kRotateXYZ);
-    const quat rotation = eulerToQuat(eulerAngles(handle, static_cast<RotateOrder>(rotateOrder)), kRotateXYZ);
-    const vec3 handleTranslate = translate + rotatePivotTranslate;
-    const vec3 pivotOffset = scalePivot - rotatePivot;
-    vec3 partialScale = scale;
-
+    PartialHandle partial(
+        {translate, rotate, rotateOrder, scale, rotatePivot, scalePivot, rotatePivotTranslate, scalePivotTranslate},
+        angleMode);
     for (const auto& [i, weight] : effectiveMembers(*indices, weights)) {
         if (untouched(weight)) {
             continue;
         }
         const vec3 point = pointsOf(geometry)[i];
-        if (std::abs(weight - 1.0f) < kThreshold) {
-            writePoint(geometry, i, transformPoint(full, point));
-            continue;
-        }
-        // Not reset from point to point, so that the scale compounds over the fractional ones: deliberate.
-        partialScale = 1.0f + weight * (partialScale - 1.0f);
-        const vec3 scaled = (point - scalePivot) * partialScale + pivotOffset + weight * scalePivotTranslate;
-        writePoint(geometry, i,
-                   rotatePivot + partialRotation(rotation, angleMode, weight) * scaled + weight * handleTranslate);
+        const bool whole = std::abs(weight - 1.0f) < kThreshold;
+        writePoint(geometry, i, whole ? transformPoint(full, point) : partial(point, weight));
     }
     return geometry;
 }

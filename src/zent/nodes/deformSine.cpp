@@ -1,4 +1,3 @@
-// Products in this file are told in the column-vector order of glm: the rightmost factor acts on a point first.
 #include "zent/nodes/deformSine.h"
 
 #include "zent/math/rotation.h"

@@ -2,7 +2,6 @@
 
 #include "zent/nodes/joint.h"
 
-// Matrix products are told in Maya's row order: "local, then parent" is glm's parent * local.
 namespace zent {
 
 vec3 ik__IMPL__scale(vec3 scale, vec3 inverseScale, bool compensate) {

@@ -12,8 +12,6 @@
 #include <string>
 #include <utility>
 
-// Points are row vectors in Maya's reading, "local, then parent" is glm's parent * local. Quaternion products are
-// glm's: the right factor acts first.
 namespace zent {
 namespace {
 

@@ -6,8 +6,6 @@
 #include <glm/geometric.hpp>
 #include <glm/matrix.hpp>
 
-// Points are row vectors in Maya's reading, "local, then parent" is glm's parent * local. Quaternion products are
-// glm's: the right factor acts first.
 namespace zent {
 namespace {
 

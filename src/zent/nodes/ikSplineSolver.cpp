@@ -12,8 +12,6 @@
 
 #include <algorithm>
 
-// Points are row vectors in Maya's reading, "local, then parent" is glm's parent * local. Quaternion products are
-// glm's: the right factor acts first.
 namespace zent {
 namespace {
 
@@ -84,9 +82,9 @@ struct UpControl {
 
 /// A joint's frame after its own rotation and scale; row 3 stands.
 mat4 turnedFrame(mat4 frame, quat rotation, vec3 scale) {
-    const mat3 turned = mat3(frame) * glm::mat3_cast(rotation);
+    const mat3 turned = scaledRows(mat3(frame) * glm::mat3_cast(rotation), scale);
     for (int row = 0; row < 3; ++row) {
-        frame[row] = vec4(scale[row] * turned[row], frame[row].w);
+        frame[row] = vec4(turned[row], frame[row].w);
     }
     return frame;
 }

@@ -3,6 +3,7 @@
 #include "zent/geometry/nurbs.h"
 #include "zent/geometry/shapes.h"
 #include "zent/math/require.h"
+#include "zent/nodes/closestSearch.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,7 +1,8 @@
 #include "zent/nodes/motionPath.h"
 
-#include "zent/geometry/ParameterDirection.h"
 #include "zent/geometry/nurbs.h"
+#include "zent/geometry/ParameterDirection.h"
+#include "zent/nodes/closestSearch.h"
 #include "zent/nodes/nearestPointOnCurve.h"
 
 namespace zent {

@@ -3,6 +3,7 @@
 #include "zent/geometry/nurbs.h"
 #include "zent/geometry/shapes.h"
 #include "zent/math/require.h"
+#include "zent/nodes/closestSearch.h"
 
 #include <algorithm>
 #include <limits>
@@ -14,18 +15,7 @@ namespace {
 constexpr int kMaxNewtonSteps = 20;
 constexpr unsigned kMaxSpansOfLiteralScan = 3;
 
-/// The nearest of the samples looked at so far; a tie keeps the earlier one.
-struct NearestSample {
-    float u;
-    float distance = std::numeric_limits<float>::max();
-
-    void offer(float candidate, float candidateDistance) {
-        if (candidateDistance < distance) {
-            u = candidate;
-            distance = candidateDistance;
-        }
-    }
-};
+using NearestOnCurve = NearestSample<float>;
 
 bool isSampledAtKnots(const Curve& curve) {
     return spanCount(curve) > kMaxSpansOfLiteralScan;
@@ -48,9 +38,9 @@ void visitSamples(const Curve& curve, Visit visit) {
 }
 
 /// The best sample inside the domain, so that halving a step from there ends.
-float startParameter(const Curve& curve, const NearestSample& best) {
-    return isSampledAtKnots(curve) ? clampParameter(best.u, curve.degree, curve.knots)
-                                   : std::max(std::min(best.u, curve.domainEnd()), curve.domainStart());
+float startParameter(const Curve& curve, const NearestOnCurve& best) {
+    return isSampledAtKnots(curve) ? clampParameter(best.at, curve.degree, curve.knots)
+                                   : std::max(std::min(best.at, curve.domainEnd()), curve.domainStart());
 }
 
 /// u - step with the step halved until it stays in the domain; u itself where halving does not change the step any
@@ -70,8 +60,7 @@ float stepInsideDomain(const Curve& curve, float u, float step) {
 
 float wrapOrClamp(const Curve& curve, float u) {
     if (curve.form == kFormPeriodic) {
-        const float wrapped = std::fmod(u, curve.domainEnd());
-        return wrapped < 0.0f ? wrapped + curve.domainEnd() : wrapped;
+        return wrapByEnd(u, curve.domainEnd());
     }
     // The lower bound is 0 and not the domain's start, deliberately: it acts on a domain that starts below 0.
     if (u < 0.0f) {
@@ -109,7 +98,7 @@ float getClosetPointOnCurve1D(const Curve& curve, vec3 point) {
     requireEvaluable(curve, "curve");
     requireKnotPerPoint(curve, "curve");
     const auto squaredDistance = [&](vec3 candidate) { return glm::dot(candidate - point, candidate - point); };
-    NearestSample nearest{curve.domainStart()};
+    NearestOnCurve nearest{curve.domainStart()};
     for (unsigned i = 1; i < uniqueCount(curve); ++i) {
         const vec3 a = toWorld(curve, curve.cv[i - 1]);
         const vec3 b = toWorld(curve, curve.cv[i]);
@@ -124,7 +113,7 @@ float getClosetPointOnCurve1D(const Curve& curve, vec3 point) {
             nearest.offer(curve.knots[i - 1], squaredDistance(a));
         }
     }
-    return nearest.u;
+    return nearest.at;
 }
 
 CurveSamples closestSamples(const Curve& curve) {
@@ -139,7 +128,7 @@ float getClosetPointOnCurve(const Curve& curve, const CurveSamples& samples, vec
         return getClosetPointOnCurve1D(curve, point);
     }
     requireEvaluable(curve, "curve");
-    NearestSample best{curve.domainStart()};
+    NearestOnCurve best{curve.domainStart()};
     for (const auto& [u, sample] : samples) {
         best.offer(u, guardedLength(sample - point));
     }
@@ -151,7 +140,7 @@ float getClosetPointOnCurve(const Curve& curve, vec3 point) {
         return getClosetPointOnCurve1D(curve, point);
     }
     requireEvaluable(curve, "curve");
-    NearestSample best{curve.domainStart()};
+    NearestOnCurve best{curve.domainStart()};
     visitSamples(curve, [&](float u, vec3 sample) { best.offer(u, guardedLength(sample - point)); });
     return newton(curve, startParameter(curve, best), point);
 }

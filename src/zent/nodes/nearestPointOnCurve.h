@@ -7,9 +7,6 @@
 
 namespace zent {
 
-/// The tolerance of all parameter searches on curves.
-inline constexpr float kSearchTolerance = 1e-5f;
-
 /// A curve's point at a parameter in world space.
 vec3 worldPoint(const Curve& curve, float u);
 

@@ -3,8 +3,6 @@
 #include "zent/math/require.h"
 #include "zent/math/rotation.h"
 
-// Quaternion products are glm's: the right factor acts first. "targetParent, then parentInverse" in Maya's row order is
-// glm's parentInverse * targetParent.
 namespace zent {
 
 quat IMPL__orientConstraint(mat4 parentInverse, vec3 jointOrient, mat4 targetParent, vec3 targetRotate,

@@ -5,21 +5,7 @@
 #include "zent/nodes/joint.h"
 #include "zent/nodes/orientConstraint.h"
 
-// Quaternion products are glm's: the right factor acts first. Points are row vectors in Maya's reading: "targetParent,
-// then parentInverse" is glm's parentInverse * targetParent.
 namespace zent {
-namespace {
-
-/// A joint's parent matrix with the parent's scale divided out of its rows.
-mat4 withoutScale(mat4 parent, vec3 inverseScale) {
-    for (int row = 0; row < 3; ++row) {
-        parent[row] *= 1.0f / inverseScale[row];
-    }
-    return parent;
-}
-
-} // namespace
-
 quat parentConstraint__IMPL__rotate(mat4 parentInverse, int rotateOrder, vec3 jointOrient, mat4 targetParent,
                                     vec3 targetRotate, vec3 targetOffsetRotate, int targetRotateOrder,
                                     vec3 targetJointOrient) {
@@ -64,7 +50,7 @@ vec3 parentConstraintTranslate(mat4 parentInverse, vec3 pivot, vec3 pivotTransla
                               targetInverseScale, targetCompensate);
     if (targetCompensate) {
         // The inverse scale acts a second time, after the joint's own: deliberate.
-        targetParent = withoutScale(targetParent, targetInverseScale);
+        targetParent = scaledRows(targetParent, 1.0f / targetInverseScale);
     }
     const vec4 point_parent = parentInverse * (targetParent * (target * vec4(targetOffset, 1.0f)));
     return vec3(point_parent) - (pivot + pivotTranslate);

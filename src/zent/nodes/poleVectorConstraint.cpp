@@ -1,6 +1,5 @@
 #include "zent/nodes/poleVectorConstraint.h"
 
-// Points are row vectors in Maya's reading: glm's matrix * point.
 namespace zent {
 
 vec3 poleVectorConstraint(mat4 parentInverse, vec3 root, mat4 rootParent, mat4 targetParent, vec3 targetA,

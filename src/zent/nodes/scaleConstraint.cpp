@@ -5,7 +5,6 @@
 
 #include <glm/matrix.hpp>
 
-// "targetParent, then parentInverse" in Maya's row order is glm's parentInverse * targetParent.
 namespace zent {
 namespace {
 

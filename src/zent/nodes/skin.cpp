@@ -1,4 +1,3 @@
-// Products in this file are told in the column-vector order of glm: the rightmost factor acts on a point first.
 #include "zent/nodes/skin.h"
 
 #include "zent/math/lanes.h"

@@ -7,7 +7,6 @@
 #include <glm/geometric.hpp>
 #include <glm/matrix.hpp>
 
-// Points are row vectors in Maya's reading: glm's matrix * point.
 namespace zent {
 
 vec3 tangentConstraint(mat4 parentInverse, int rotateOrder, vec3 position, Curve const& curve, vec3 aimVector,

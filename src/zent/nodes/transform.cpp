@@ -9,8 +9,8 @@ namespace {
 
 /// T(-pivot) S H T(offset).
 mat4 scaleAndShear(vec3 scale, vec3 shear, vec3 pivot, vec3 offset) {
-    const mat3 linear(scale.x * vec3(1.0f, 0.0f, 0.0f), scale.y * vec3(shear.x, 1.0f, 0.0f),
-                      scale.z * vec3(shear.y, shear.z, 1.0f));
+    const mat3 sheared(vec3(1.0f, 0.0f, 0.0f), vec3(shear.x, 1.0f, 0.0f), vec3(shear.y, shear.z, 1.0f));
+    const mat3 linear = scaledRows(sheared, scale);
     mat4 m(linear);
     m[3] = vec4(offset - linear * pivot, 1.0f);
     return m;

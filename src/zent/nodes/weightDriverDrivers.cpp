@@ -1,4 +1,3 @@
-// Products are told in column-vector order: a point goes to M * p, and the rightmost factor acts first.
 #include "zent/nodes/weightDriverDrivers.h"
 
 #include "zent/math/require.h"
