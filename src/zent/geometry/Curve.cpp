@@ -1,7 +1,7 @@
 #include "zent/geometry/Curve.h"
 
-#include "zent/geometry/ParameterDirection.h"
 #include "zent/geometry/nurbs.h"
+#include "zent/geometry/ParameterDirection.h"
 #include "zent/geometry/recurrence.h"
 #include "zent/geometry/transform.h"
 

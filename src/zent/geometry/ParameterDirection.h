@@ -1,7 +1,7 @@
 #pragma once
 
-#include "zent/geometry/Surface.h"
 #include "zent/geometry/basis.h"
+#include "zent/geometry/Surface.h"
 
 #include <cstddef>
 #include <vector>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "zent/geometry/basis.h"
 #include "zent/geometry/Curve.h"
 #include "zent/geometry/Surface.h"
-#include "zent/geometry/basis.h"
 
 /// What an evaluation asks of a curve or surface, and the counts that its form decides.
 namespace zent {

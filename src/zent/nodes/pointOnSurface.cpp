@@ -1,7 +1,7 @@
 #include "zent/nodes/pointOnSurface.h"
 
-#include "zent/geometry/ParameterDirection.h"
 #include "zent/geometry/nurbs.h"
+#include "zent/geometry/ParameterDirection.h"
 #include "zent/geometry/shapes.h"
 
 #include <glm/geometric.hpp>

@@ -1,8 +1,8 @@
 #include "zent/nodes/surfaceKnotInsert.h"
 
 #include "zent/geometry/nurbs.h"
-#include "zent/geometry/shapes.h"
 #include "zent/geometry/ParameterDirection.h"
+#include "zent/geometry/shapes.h"
 #include "zent/math/require.h"
 
 #include <array>
