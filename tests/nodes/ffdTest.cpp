@@ -113,6 +113,29 @@ TEST(Ffd, WindowsThatCannotBe) {
     EXPECT_NO_THROW(through(latticeOf(2, 2, 2, {}), far, true, 0));
 }
 
+// Points go through a whole lattice side by side, and the last ones with others in their place.
+TEST(Ffd, PointsSideBySideAreThoseOfEachAlone) {
+    for (unsigned count = 1; count < 20; ++count) {
+        std::vector<vec3> points;
+        for (unsigned i = 0; i < count; ++i) {
+            const auto t = static_cast<float>(i);
+            points.emplace_back(std::sin(t), std::cos(3.0f * t), 0.1f * t);
+        }
+        const Lattice lattice = probe(3, 2, 4, 13);
+        Mesh all = meshOf(points);
+        Mesh some = meshOf(points);
+        ffdMesh(all, lattice, quarterTurn(), scaling({2, 3, 4}), false, 2, 2, 2);
+        ffdPartialMesh(some, {1, 4, 9, 17}, lattice, quarterTurn(), scaling({2, 3, 4}), false, 2, 2, 2);
+        for (unsigned i = 0; i < count; ++i) {
+            Mesh alone = meshOf({points[i]});
+            ffdMesh(alone, lattice, quarterTurn(), scaling({2, 3, 4}), true, 11, 11, 11);
+            EXPECT_EQ(all.points[i], alone.points[0]) << i << " of " << count;
+            const bool chosen = i == 1 || i == 4 || i == 9 || i == 17;
+            EXPECT_EQ(some.points[i], chosen ? alone.points[0] : points[i]) << i << " of " << count;
+        }
+    }
+}
+
 TEST(Ffd, Helpers) {
     for (unsigned n = 0; n <= 10; ++n) {
         unsigned sum = 0;

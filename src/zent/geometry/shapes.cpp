@@ -40,22 +40,25 @@ unsigned pointCount(const Lattice& shape) {
     return static_cast<unsigned>(shape.points.size());
 }
 
+PointWriter<Surface>::PointWriter(Surface& shape)
+    : samples_(shape.closestSamples), points_(shape.cv.data()), countV_(shape.cvCountV()) {
+    if (shape.formU == kFormPeriodic) {
+        repeatedU_ = shape.degreeU * countV_;
+        offsetU_ = (shape.cvCountU() - shape.degreeU) * countV_;
+    }
+    if (shape.formV == kFormPeriodic) {
+        degreeV_ = shape.degreeV;
+        offsetV_ = countV_ - shape.degreeV;
+    }
+}
+
 void writePoint(Surface& shape, unsigned i, vec3 point) {
-    const unsigned countV = shape.cvCountV();
-    shape.cv[i] = point;
-    // Where both directions are periodic, a point of the corner is repeated along U and along V, not across.
-    if (shape.formU == kFormPeriodic && i / countV < shape.degreeU) {
-        shape.cv[(shape.cvCountU() - shape.degreeU) * countV + i] = point;
-    }
-    if (shape.formV == kFormPeriodic && i % countV < shape.degreeV) {
-        shape.cv[countV + i - shape.degreeV] = point;
-    }
-    shape.closestSamples.clear();
+    PointWriter<Surface> write(shape);
+    write(i, point);
 }
 
 std::size_t indexBound(const Surface& shape) {
-    const bool repeats = shape.formU == kFormPeriodic || shape.formV == kFormPeriodic;
-    return repeats ? pointCount(shape) : shape.cv.size();
+    return repeatsPoints(shape) ? pointCount(shape) : shape.cv.size();
 }
 
 std::vector<char> selectionMask(const std::vector<unsigned int>& indices, std::size_t count) {

@@ -57,6 +57,60 @@ inline void writePoint(Curve& shape, unsigned i, vec3 point) {
 }
 void writePoint(Surface& shape, unsigned i, vec3 point);
 
+/// Whether a write can change another point than the one it names.
+inline bool repeatsPoints(const Mesh& /*shape*/) {
+    return false;
+}
+inline bool repeatsPoints(const Lattice& /*shape*/) {
+    return false;
+}
+inline bool repeatsPoints(const Curve& shape) {
+    return shape.form == kFormPeriodic;
+}
+inline bool repeatsPoints(const Surface& shape) {
+    return shape.formU == kFormPeriodic || shape.formV == kFormPeriodic;
+}
+
+/// `writePoint` for many points of one shape. The counts of the shape stay as they are meanwhile.
+template <class T>
+class PointWriter {
+public:
+    explicit PointWriter(T& shape) : shape_(shape) {}
+    void operator()(unsigned i, vec3 point) { writePoint(shape_, i, point); }
+
+private:
+    T& shape_;
+};
+
+/// What a surface's forms ask for is looked up once.
+template <>
+class PointWriter<Surface> {
+public:
+    explicit PointWriter(Surface& shape);
+    void operator()(unsigned i, vec3 point) {
+        points_[i] = point;
+        // Where both directions are periodic, a point of the corner is repeated along U and along V, not across.
+        if (i < repeatedU_) {
+            points_[offsetU_ + i] = point;
+        }
+        if (degreeV_ != 0 && i % countV_ < degreeV_) {
+            points_[offsetV_ + i] = point;
+        }
+        if (!samples_.empty()) {
+            samples_.clear();
+        }
+    }
+
+private:
+    SurfaceSamples& samples_;
+    vec3* points_;
+    unsigned countV_;
+    unsigned repeatedU_ = 0; ///< the points from here on have no copy along U
+    unsigned offsetU_ = 0;
+    unsigned degreeV_ = 0; ///< the columns that have a copy along V
+    unsigned offsetV_ = 0;
+};
+
 /// The bound of an index that names a point to be written: every point that the shape holds, overlap and surplus
 /// included; of a periodic surface only those that its knots speak for.
 inline std::size_t indexBound(const Mesh& shape) {

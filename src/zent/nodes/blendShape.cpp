@@ -183,6 +183,32 @@ void addDifference(T& result, float weight, const T& base, const T& target, cons
     }
 }
 
+/// Meshes are lists of plain floats here, too: whole runs between two points that have a factor.
+void addDifference(Mesh& result, float weight, const Mesh& base, const Mesh& target, const WeightMap& factors) {
+    const std::size_t count = commonPoints(result, base, target);
+    if (count == 0) {
+        return;
+    }
+    float* const sum = glm::value_ptr(result.points[0]);
+    const float* const from = glm::value_ptr(base.points[0]);
+    const float* const to = glm::value_ptr(target.points[0]);
+    const auto addRun = [&](std::size_t first, std::size_t last, float runWeight) {
+        for (std::size_t f = 3 * first; f < 3 * last; ++f) {
+            sum[f] += runWeight * (to[f] - from[f]);
+        }
+    };
+    std::size_t done = 0;
+    for (const auto& [i, factor] : factors) {
+        if (i >= count) {
+            break;
+        }
+        addRun(done, i, weight);
+        addRun(i, std::size_t{i} + 1, weight * factor);
+        done = std::size_t{i} + 1;
+    }
+    addRun(done, count, weight);
+}
+
 template <class T>
 void addDeltas(T& result, float weight, const DeltaList& deltas) {
     requireConsistent(result, "base");

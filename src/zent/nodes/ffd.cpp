@@ -149,6 +149,45 @@ constexpr std::array<WindowSum, kMaxWindow + 1> windowSums(std::index_sequence<W
 
 constexpr std::array<WindowSum, kMaxWindow + 1> kWindowSums = windowSums(std::make_index_sequence<kMaxWindow>());
 
+#define ZENT_BLOCK portable
+#define ZENT_BLOCK_LANES kLanes
+#define ZENT_BLOCK_TARGET
+#include "zent/nodes/latticeBlock.inl"
+#undef ZENT_BLOCK
+#undef ZENT_BLOCK_LANES
+#undef ZENT_BLOCK_TARGET
+
+/// A way to deform `lanes` points at once.
+struct BlockKernel {
+    std::size_t lanes;
+    void (*deform)(const Lattice&, const mat4&, const mat4&, float*);
+};
+
+#if defined(__GNUC__) && defined(__x86_64__)
+#define ZENT_BLOCK avx2
+#define ZENT_BLOCK_LANES 8
+#define ZENT_BLOCK_TARGET __attribute__((target("avx2")))
+#include "zent/nodes/latticeBlock.inl"
+#undef ZENT_BLOCK
+#undef ZENT_BLOCK_LANES
+#undef ZENT_BLOCK_TARGET
+
+constexpr std::size_t kMaxBlock = 8;
+
+const BlockKernel& blockKernel() {
+    static const BlockKernel kernel =
+        __builtin_cpu_supports("avx2") ? BlockKernel{8, &avx2::deform} : BlockKernel{kLanes, &portable::deform};
+    return kernel;
+}
+#else
+constexpr std::size_t kMaxBlock = kLanes;
+
+const BlockKernel& blockKernel() {
+    static const BlockKernel kernel{kLanes, &portable::deform};
+    return kernel;
+}
+#endif
+
 Direction latticeDirection(unsigned count, bool local, unsigned influence) {
     const unsigned window = local ? std::min(count, influence) : count;
     return {count, window, window > kMaxWindow ? nullptr : kBernsteins[window]};
@@ -171,6 +210,16 @@ public:
         weighWindow(t_, coordinate.y, at.t);
         weighWindow(u_, coordinate.z, at.u);
         return transformPoint(fromLattice_, sum_(lattice_, t_.window, u_.window, at));
+    }
+
+    /// Whether each point hangs on the whole lattice, so that many can be deformed side by side.
+    bool isWhole() const {
+        const auto whole = [](const Direction& d) { return d.window != 0 && d.window == d.count; };
+        return whole(s_) && whole(t_) && whole(u_);
+    }
+
+    void deformBlock(const BlockKernel& kernel, float* values) const {
+        kernel.deform(lattice_, toLattice_, fromLattice_, values);
     }
 
 private:
@@ -213,6 +262,52 @@ LatticeMap latticeMap(const mat4& objectToWorld, const mat4& worldToObject, cons
             influenceU};
 }
 
+/// Points gathered until a block is full, each coordinate side by side.
+template <class T>
+class BlockedPoints {
+public:
+    BlockedPoints(T& geometry, const LatticeMap& map) : geometry_(geometry), map_(map), write_(geometry) {}
+
+    void add(unsigned i) {
+        place(count_, i);
+        if (++count_ == kernel_.lanes) {
+            flush();
+        }
+    }
+
+    void flush() {
+        if (count_ == 0) {
+            return;
+        }
+        for (std::size_t lane = count_; lane < kernel_.lanes; ++lane) {
+            place(lane, indices_[0]); // any point; its result is left
+        }
+        map_.deformBlock(kernel_, values_.data());
+        for (std::size_t lane = 0; lane < count_; ++lane) {
+            write_(indices_[lane],
+                   vec3(values_[lane], values_[lane + kernel_.lanes], values_[lane + 2 * kernel_.lanes]));
+        }
+        count_ = 0;
+    }
+
+private:
+    void place(std::size_t lane, unsigned i) {
+        const vec3 point = pointsOf(geometry_)[i];
+        indices_[lane] = i;
+        for (int axis = 0; axis < 3; ++axis) {
+            values_[lane + static_cast<std::size_t>(axis) * kernel_.lanes] = point[axis];
+        }
+    }
+
+    T& geometry_;
+    const LatticeMap& map_;
+    PointWriter<T> write_;
+    const BlockKernel& kernel_ = blockKernel();
+    std::size_t count_ = 0;
+    std::array<unsigned, kMaxBlock> indices_{};
+    std::array<float, 3 * kMaxBlock> values_{};
+};
+
 template <class T, class Selected>
 T& deformSelected(T& geometry, const Lattice& lattice, const mat4& deformedLatticeMatrix, const mat4& baseLatticeMatrix,
                   bool local, unsigned influenceS, unsigned influenceT, unsigned influenceU, const Selected& selected) {
@@ -224,9 +319,20 @@ T& deformSelected(T& geometry, const Lattice& lattice, const mat4& deformedLatti
     const LatticeMap deformed =
         latticeMap(matrixOf(geometry), inverseMatrixOf(geometry), lattice, deformedLatticeMatrix, baseLatticeMatrix,
                    local, influenceS, influenceT, influenceU);
+    PointWriter<T> write(geometry);
+    if (deformed.isWhole() && !repeatsPoints(geometry)) {
+        BlockedPoints<T> blocked(geometry, deformed);
+        for (unsigned i = 0; i < count; ++i) {
+            if (selected(i)) {
+                blocked.add(i);
+            }
+        }
+        blocked.flush();
+        return geometry;
+    }
     for (unsigned i = 0; i < count; ++i) {
         if (selected(i)) {
-            writePoint(geometry, i, deformed(pointsOf(geometry)[i]));
+            write(i, deformed(pointsOf(geometry)[i]));
         }
     }
     return geometry;
