@@ -37,3 +37,7 @@ void MGlobal::displayWarning(const MString& text) {
 void MGlobal::displayError(const MString& text) {
     host::show(host::currentDisplay().error, text);
 }
+
+MString MGlobal::mayaVersion() {
+    return "stand-in";
+}

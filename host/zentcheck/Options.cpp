@@ -6,6 +6,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <sstream>
 #include <utility>
 
 namespace host {
@@ -32,6 +33,10 @@ std::string checkNumber(std::string& text) {
     return isNumber<double>(text) ? "" : "should be a number, not \"" + text + "\"";
 }
 
+std::string checkSize(std::string& text) {
+    return isNumber<double>(text) && text.front() != '-' ? "" : "should be a number from 0 on, not \"" + text + "\"";
+}
+
 std::string checkText(std::string&) {
     return "";
 }
@@ -43,9 +48,10 @@ struct CommandFlag {
     const char* valueName;
     std::string (*check)(std::string&);
     const char* help;
+    bool isReports = false; ///< ZentCheck does not have it
 };
 
-constexpr std::array<CommandFlag, 7> kCommandFlags{{
+constexpr std::array<CommandFlag, 10> kCommandFlags{{
     {"--namespace", "-namespace", "NS", checkText, "Put this namespace before every node's name"},
     {"--output-directory", "-outputDirectory", "DIR", checkText, "Write the log into DIR/ZentCheckLog.txt"},
     {"--verbose", "-verbose", "N", checkLevel, "1: tell each record's start and end; 2: also its inputs [0]"},
@@ -53,7 +59,13 @@ constexpr std::array<CommandFlag, 7> kCommandFlags{{
     {"--stop-on-first-error", "-stopOnFirstError", "BOOL", checkBool, "End at the first mismatch [true]"},
     {"--skip", "-skip", "\"a;b\"", checkText, "Leave out the records of these methods"},
     {"--epsilon", "-epsilon", "X", checkNumber, "Two numbers match if they differ by less than X [0.001]"},
+    {"--warn", "-warn", "X", checkSize, "Mark records that match but are further off than X", true},
+    {"--relative", "-relative", "R", checkSize, "Numbers also match within R times the larger one", true},
+    {"--points", "-points", "N", checkLevel, "Write out shapes of up to N points [200000]", true},
 }};
+
+constexpr const char* kReport =
+    "With a report (deformers are checked too, and all records, unless flags say otherwise)";
 
 constexpr const char* kUsage = "Usage: zentcheck [options] MANIFEST [RESOURCE]\n"
                                "       zentcheck --lint [--scene FILE] MANIFEST [RESOURCE]\n"
@@ -71,6 +83,18 @@ public:
         return option->get_type_size() == 0 ? "" : " " + option->get_type_name();
     }
 };
+
+/// The names between semicolons.
+std::vector<std::string> split(const std::string& text) {
+    std::vector<std::string> names;
+    std::istringstream stream(text);
+    for (std::string name; std::getline(stream, name, ';');) {
+        if (!name.empty()) {
+            names.push_back(name);
+        }
+    }
+    return names;
+}
 
 /// A file whose name begins with "-" is no flag.
 std::string asArgument(const std::string& path) {
@@ -116,10 +140,19 @@ Options parseOptions(int argc, char** argv) {
         given[i] = app.add_option(flag.option, values[i], flag.help)
                        ->check(CLI::Validator(flag.check, ""))
                        ->type_name(flag.valueName);
+        if (flag.isReports) {
+            given[i]->group(kReport);
+        }
     }
+    app.add_option("--results", options.results, "Write what became of each record, as JSON Lines")
+        ->type_name("FILE")
+        ->group(kReport);
+    app.add_flag("--strict", options.isStrict,
+                 "Status 2 also where nothing ran, a method is unknown, or --skip names one that no record has")
+        ->group(kReport);
+    app.add_flag("--quiet", options.isQuiet, "No summary and no progress");
     app.add_option("--scene", options.scene, "The scene that plug names refer to, a JSON file")->type_name("FILE");
-    app.add_option("--plugin", options.plugin, "The plug-in [../lib/ZentMayaNodes.so beside this program]")
-        ->type_name("FILE");
+    app.add_option("--plugin", options.plugin, "The plug-in [in ../lib, beside this program]")->type_name("FILE");
     CLI::Option* lint =
         app.add_flag("--lint", options.lint, "Tell all mistakes of the manifest that show without a run");
     lint->group(kInsteadOfARun);
@@ -153,6 +186,11 @@ Options parseOptions(int argc, char** argv) {
         if (options.manifest.empty() && options.needsManifest()) {
             throw CLI::RequiredError("MANIFEST");
         }
+        for (std::size_t i = 0; i < kCommandFlags.size(); ++i) {
+            if (kCommandFlags[i].isReports && given[i]->count() > 0 && !options.wantsReport()) {
+                throw CLI::ValidationError(kCommandFlags[i].option, "only goes with --results or --strict");
+            }
+        }
     } catch (const CLI::CallForHelp&) {
         throw UsageExit{0, app.help(), ""};
     } catch (const CLI::CallForVersion& version) {
@@ -164,6 +202,9 @@ Options parseOptions(int argc, char** argv) {
     for (std::size_t i = 0; i < kCommandFlags.size(); ++i) {
         if (given[i]->count() > 0) {
             options.flags.insert(options.flags.end(), {kCommandFlags[i].flag, values[i]});
+            if (kCommandFlags[i].flag == std::string("-skip")) {
+                options.skipped = split(values[i]);
+            }
         }
     }
     return options;

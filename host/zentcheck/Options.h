@@ -13,7 +13,11 @@ struct Options {
     std::string resource;
     std::optional<std::string> scene;
     std::optional<std::string> plugin;
-    std::vector<std::string> flags;        ///< the command's, as it takes them: "-verbose", "2", ...
+    std::vector<std::string> flags; ///< the command's, as it takes them: "-verbose", "2", ...
+    std::string results;            ///< the file that a report is written to
+    bool isStrict = false;
+    bool isQuiet = false;
+    std::vector<std::string> skipped;      ///< the methods that are left out
     std::string listResources;             ///< a resource file to tell about, instead of a run
     std::string disassemble;               ///< a resource file to show a block of, instead of a run
     unsigned int block = 0;                ///< its byte code
@@ -36,6 +40,8 @@ struct Options {
     bool has(const char* flag) const;
     /// The value of one of the command's flags, empty if it is not given.
     std::string flagValue(const char* flag) const;
+    /// Whether ZentReport runs, not ZentCheck.
+    bool wantsReport() const { return isStrict || !results.empty(); }
     /// The words of the command's call.
     std::vector<std::string> commandWords() const;
 };

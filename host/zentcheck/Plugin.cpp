@@ -54,9 +54,9 @@ Plugin::~Plugin() {
     dlclose(handle_);
 }
 
-std::string Plugin::defaultPath() {
+std::string Plugin::defaultPath(const std::string& name) {
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
-    return (program.parent_path().parent_path() / "lib" / "ZentMayaNodes.so").string();
+    return (program.parent_path().parent_path() / "lib" / (name + ".so")).string();
 }
 
 } // namespace host

@@ -14,7 +14,7 @@ public:
     ~Plugin();
 
     /// Where the plug-in lies if nobody says otherwise: ../lib, as seen from this program.
-    static std::string defaultPath();
+    static std::string defaultPath(const std::string& name);
 
 private:
     void* handle_;

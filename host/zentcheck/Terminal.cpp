@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <string_view>
 
 namespace host {
 
@@ -14,14 +13,7 @@ namespace {
 constexpr auto kQuietStart = std::chrono::seconds(2);
 constexpr auto kInterval = std::chrono::seconds(1);
 
-constexpr std::string_view kStart = "====== start running ";
-constexpr std::string_view kEnd = "====== end running ";
-constexpr std::string_view kTail = " =====";
 constexpr std::size_t kMaxRecord = 48; // of its name: the progress has one line
-
-bool beginsWith(std::string_view text, std::string_view start) {
-    return text.substr(0, start.size()) == start;
-}
 
 void write(std::FILE* file, const std::string& text) {
     std::fwrite(text.data(), 1, text.size(), file);
@@ -29,8 +21,8 @@ void write(std::FILE* file, const std::string& text) {
 
 } // namespace
 
-Terminal::Terminal() : isTerminal_(isatty(STDERR_FILENO) != 0) {
-    if (isTerminal_) {
+Terminal::Terminal(bool isQuiet) : isTerminal_(isatty(STDERR_FILENO) != 0), isQuiet_(isQuiet) {
+    if (isTerminal_ && !isQuiet_) {
         progress_ = std::thread([this] { showProgress(); });
     }
 }
@@ -41,21 +33,16 @@ Terminal::~Terminal() {
 
 void Terminal::info(const std::string& line) {
     const std::lock_guard<std::mutex> lock(mutex_);
-    if (takeMark(line) && hidesMarks_) {
-        return;
-    }
     clearProgress();
     write(stdout, line);
     std::fputc('\n', stdout);
 }
 
-bool Terminal::takeMark(const std::string& line) {
-    if (beginsWith(line, kStart)) {
-        ++records_;
-        record_ = line.substr(kStart.size(), std::min(kMaxRecord, line.size() - kStart.size() - kTail.size()));
-        return true;
-    }
-    return beginsWith(line, kEnd);
+void Terminal::progress(int record, int records, const std::string& name) {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    recordNumber_ = record;
+    records_ = records;
+    record_.assign(name, 0, kMaxRecord);
 }
 
 void Terminal::warning(const std::string& text) {
@@ -70,11 +57,27 @@ void Terminal::error(const std::string& text) {
     write(stderr, "error: " + text + "\n");
 }
 
-void Terminal::summary(const std::string& text) {
-    stopProgress();
+void Terminal::setSummary(const std::string& text) {
+    summary_ = "zentcheck: " + text;
+    isAlwaysShown_ = false;
+}
+
+void Terminal::setSummary(const std::string& line, const std::vector<std::string>& table) {
+    summary_.clear();
     if (isTerminal_) {
+        for (const std::string& row : table) {
+            summary_ += row + "\n";
+        }
+    }
+    summary_ += line;
+    isAlwaysShown_ = true;
+}
+
+void Terminal::end() {
+    stopProgress();
+    if (!isQuiet_ && (isTerminal_ || isAlwaysShown_)) {
         std::fflush(stdout);
-        write(stderr, fmt::format("zentcheck: {} ({:.2f} s)\n", text, seconds()));
+        write(stderr, summary_ + (isTerminal_ ? fmt::format(" ({:.2f} s)\n", seconds()) : "\n"));
     }
 }
 
@@ -86,7 +89,8 @@ void Terminal::showProgress() {
     std::unique_lock<std::mutex> lock(mutex_);
     end_.wait_for(lock, kQuietStart, [this] { return isOver_; });
     while (!isOver_) {
-        const std::string place = records_ == 0 ? "" : fmt::format(", record {}: {}", records_, record_);
+        const std::string place =
+            recordNumber_ == 0 ? "" : fmt::format(", record {} of {}: {}", recordNumber_, records_, record_);
         write(stderr, fmt::format("\r\033[Kzentcheck: {:.0f} s{}", seconds(), place));
         isShown_ = true;
         end_.wait_for(lock, kInterval, [this] { return isOver_; });

@@ -3,6 +3,7 @@
 #include "maya/Commands.h"
 #include "maya/Display.h"
 #include "maya/Scene.h"
+#include "maya/Session.h"
 #include "scene/sceneFile.h"
 #include "tools/CompileExpression.h"
 #include "tools/Disassemble.h"
@@ -12,6 +13,7 @@
 #include "zent/values/Select.h"
 #include "zentcheck/Options.h"
 #include "zentcheck/Plugin.h"
+#include "zentcheck/Summary.h"
 #include "zentcheck/Terminal.h"
 
 #include <nlohmann/json.hpp>
@@ -29,25 +31,46 @@ namespace {
 
 enum Status { kMatched = 0, kMismatched = 1, kFailed = 2 };
 
-Status runCheck(const host::Options& options, host::Terminal& terminal) {
-    if (options.scene) {
-        scene::readSceneFile(*options.scene, options.resource, scene::Scene::current());
-    }
-    const host::Plugin plugin(options.plugin ? *options.plugin : host::Plugin::defaultPath());
-    std::vector<std::string> words = options.commandWords();
-    if (terminal.isTerminal() && !options.has("-verbose") && !options.has("-outputDirectory")) {
-        words.insert(words.end(), {"-verbose", "1"});
-        terminal.hideMarks();
-    }
-    const host::CommandOutcome outcome = host::runCommand("ZentCheck", words);
+host::CommandOutcome runCommand(const host::Options& options, const std::string& plugin, const std::string& command,
+                                const std::vector<std::string>& words) {
+    const host::Plugin loaded(options.plugin ? *options.plugin : host::Plugin::defaultPath(plugin));
+    host::CommandOutcome outcome = host::runCommand(command, words);
     if (!outcome.problem.empty()) {
         throw std::runtime_error(outcome.problem);
     }
+    return outcome;
+}
+
+Status runCheck(const host::Options& options, host::Terminal& terminal) {
+    const host::CommandOutcome outcome = runCommand(options, "ZentMayaNodes", "ZentCheck", options.commandWords());
     const bool* matched = std::get_if<bool>(&outcome.result);
-    if (outcome.status.error() || matched == nullptr) {
+    const Status status = outcome.status.error() || matched == nullptr ? kFailed : *matched ? kMatched : kMismatched;
+    terminal.setSummary(status == kMatched      ? "all records that ran matched"
+                        : status == kMismatched ? "mismatch"
+                                                : "the run failed");
+    return status;
+}
+
+Status runReport(const host::Options& options, host::Terminal& terminal) {
+    std::vector<std::string> words = options.commandWords();
+    if (!options.results.empty()) {
+        words.insert(words.end(), {"-results", options.results});
+    }
+    const host::CommandOutcome outcome = runCommand(options, "ZentMayaTools", "ZentReport", words);
+    const std::string* text = std::get_if<std::string>(&outcome.result);
+    if (text == nullptr) {
         return kFailed;
     }
-    return *matched ? kMatched : kMismatched;
+    const host::Summary summary = host::readSummary(*text, options);
+    terminal.setSummary(summary.line, summary.table);
+    Status status = summary.hasMismatch ? kMismatched : kMatched;
+    if (options.isStrict) {
+        for (const std::string& problem : summary.problems) {
+            terminal.error("--strict: " + problem);
+            status = kFailed;
+        }
+    }
+    return outcome.status.error() || summary.hasError ? kFailed : status;
 }
 
 Status lintManifest(const host::Options& options) {
@@ -99,24 +122,31 @@ Status runTool(const host::Options& options) {
 }
 
 Status run(const host::Options& options) {
-    host::Terminal terminal;
+    host::Terminal terminal(options.isQuiet);
     host::setDisplay({[&terminal](const std::string& line) { terminal.info(line); },
                       [&terminal](const std::string& text) { terminal.warning(text); },
                       [&terminal](const std::string& text) { terminal.error(text); }});
+    host::setProgressDisplay([&terminal](const host::Progress& progress) {
+        terminal.progress(progress.amount, progress.greatest, progress.status);
+    });
     Status status = kFailed;
+    terminal.setSummary("the run failed");
     try {
-        status = runCheck(options, terminal);
+        if (options.scene) {
+            scene::readSceneFile(*options.scene, options.resource, scene::Scene::current());
+            host::setSceneFile(*options.scene);
+        }
+        status = options.wantsReport() ? runReport(options, terminal) : runCheck(options, terminal);
     } catch (const std::exception& error) {
         terminal.error(error.what());
     }
     host::setDisplay({});
+    host::setProgressDisplay({});
     if (!terminal.flush()) {
         terminal.error("cannot write to standard output");
         status = kFailed;
     }
-    terminal.summary(status == kMatched      ? "all records that ran matched"
-                     : status == kMismatched ? "mismatch"
-                                             : "the run failed");
+    terminal.end();
     return status;
 }
 

@@ -9,6 +9,9 @@ public:
     static void displayWarning(const MString& text);
     static void displayError(const MString& text);
 
+    /// "stand-in"; Maya's begins with a digit.
+    static MString mayaVersion();
+
     /// Appends the node of a name, with its namespaces and, for one in the DAG, as much of its path as tells it from
     /// others.
     static MStatus getSelectionListByName(const MString& name, MSelectionList& list);

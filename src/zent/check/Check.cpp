@@ -58,16 +58,13 @@ MStatus ZentCheck::doIt(const MArgList& args) {
     return MStatus::kSuccess;
 }
 
-Run ZentCheck::run() const {
-    return {sProxies, settings_, mayaDisplay()};
-}
-
 bool ZentCheck::check(json manifest) {
-    return run().check(std::move(manifest));
+    MayaProgress progress(manifest.size());
+    return Run(sProxies, settings_, mayaDisplay(&progress)).check(std::move(manifest));
 }
 
 unsigned ZentCheck::checkSingle(json record) {
-    return run().checkSingle(std::move(record));
+    return Run(sProxies, settings_, mayaDisplay()).checkSingle(std::move(record));
 }
 
 void ZentCheck::addProxy(std::unique_ptr<Proxy> proxy) {

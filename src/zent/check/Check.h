@@ -46,8 +46,6 @@ public:
     static void teardown();
 
 private:
-    Run run() const;
-
     RunSettings settings_;
 };
 

@@ -8,6 +8,9 @@
 #include <maya/MGlobal.h>
 #include <maya/MStringArray.h>
 
+#include <algorithm>
+#include <limits>
+
 namespace zent {
 
 namespace {
@@ -26,11 +29,16 @@ std::string toStd(const MString& text) {
     return std::string(text.asChar(), text.length());
 }
 
+const std::vector<Flag>& checkFlags() {
+    static const std::vector<Flag> flags{kNamespace, kOutputDirectory, kVerbose, kIgnoreDeformer, kStopOnFirstError,
+                                         kSkip,      kEpsilon};
+    return flags;
+}
+
 void addCheckSyntax(MSyntax& syntax) {
     syntax.addArg(MSyntax::kString);
     syntax.addArg(MSyntax::kString);
-    for (const Flag& flag :
-         {kNamespace, kOutputDirectory, kVerbose, kIgnoreDeformer, kStopOnFirstError, kSkip, kEpsilon}) {
+    for (const Flag& flag : checkFlags()) {
         syntax.addFlag(flag.shortName, flag.longName, flag.type);
     }
 }
@@ -71,10 +79,40 @@ void readCheckFlags(const MArgDatabase& database, RunSettings& settings) {
     }
 }
 
-Display mayaDisplay() {
+MayaProgress::MayaProgress(std::size_t records) {
+    constexpr std::size_t kMost = std::numeric_limits<int>::max();
+    computation_.beginComputation(true, false);
+    computation_.setProgressRange(0, static_cast<int>(std::min(records, kMost)));
+}
+
+MayaProgress::~MayaProgress() {
+    computation_.endComputation();
+}
+
+void MayaProgress::beginRecord(const std::string& node, const std::string& method) {
+    constexpr auto kInterval = std::chrono::milliseconds(20); // drawing takes time
+    node_ = &node;
+    method_ = &method;
+    ++record_;
+    if (Clock::now() - shown_ > kInterval) {
+        show();
+    }
+}
+
+void MayaProgress::beginPoints() {
+    show();
+}
+
+void MayaProgress::show() {
+    computation_.setProgressStatus(toMaya(*node_ + "(" + *method_ + ")"));
+    computation_.setProgress(record_);
+    shown_ = Clock::now();
+}
+
+Display mayaDisplay(RunProgress* progress) {
     return {[](const std::string& line) { MGlobal::displayInfo(toMaya(line)); },
             [](const std::string& line) { MGlobal::displayWarning(toMaya(line)); },
-            [](const std::string& line) { MGlobal::displayError(toMaya(line)); }};
+            [](const std::string& line) { MGlobal::displayError(toMaya(line)); }, progress};
 }
 
 void endCheckCall() {

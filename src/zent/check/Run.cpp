@@ -1,6 +1,6 @@
 #include "zent/check/Run.h"
 
-#include "zent/proxies/PointWalk.h"
+#include "zent/check/Mismatch.h"
 #include "zent/values/Compare.h"
 #include "zent/values/jsonAccess.h"
 #include "zent/values/Log.h"
@@ -63,57 +63,96 @@ std::string dumped(const json& value) {
     return value.dump(-1, ' ', false, json::error_handler_t::strict);
 }
 
-unsigned reportMismatch(const json& closure, const json& maya, const json& zent) {
-    Log::println("closure: " + dumped(closure));
-    Log::println("maya output: " + dumped(maya));
-    Log::println("zent output: " + dumped(zent));
-    return Run::kMismatch;
-}
-
 } // namespace
 
-Run::Run(Registry& registry, RunSettings settings, Display display)
-    : registry_(registry), settings_(std::move(settings)), display_(std::move(display)) {}
+Run::Run(Registry& registry, RunSettings settings, Display display, RunObserver* observer)
+    : registry_(registry), settings_(std::move(settings)), display_(std::move(display)), observer_(observer) {}
 
-bool Run::check(json manifest) const {
-    bool matched = true;
-    std::set<std::string> ignored;
+bool Run::check(json manifest) {
     for (json& record : manifest) {
-        const std::string node = text(record, "node_name");
-        const std::string method = text(record, "method");
-        if (method == kPassedOverMethod) {
-            continue;
-        }
-        if (settings_.verbose != 0) {
-            Log::println(fmt::format("====== start running {}({}) =====", node, method));
-        }
-        unsigned outcome = kMatch;
-        try {
-            if (settings_.skip.count(method) == 0) {
-                outcome = checkSingle(std::move(record));
-            }
-        } catch (const std::exception& error) {
-            Log::println(fmt::format("error on checking {}({}): {}", node, method, error.what()));
-            throw std::exception();
-        }
-        if (outcome == kMismatch) {
-            Log::println(fmt::format("===== unmatch on {}({}) =====", node, method));
-            if (settings_.stopOnFirstError) {
-                return false; // deliberately with no end line, and no warning about the methods ignored so far
-            }
-            matched = false;
-        }
-        if (outcome == kIgnored) {
-            ignored.insert(method);
-        }
-        if (settings_.verbose != 0) {
-            Log::println(fmt::format("====== end running {}({}) =====", node, method));
+        if (!next(std::move(record))) {
+            break;
         }
     }
-    if (!ignored.empty()) {
-        display_.warning(fmt::format("ignored methods({}): [{}]", ignored.size(), fmt::join(ignored, ",")));
+    return end();
+}
+
+bool Run::next(json&& record) {
+    std::string node;
+    std::string method;
+    RecordEnd end = RecordEnd::skipped;
+    try {
+        node = text(record, "node_name");
+        method = text(record, "method");
+    } catch (const std::exception& error) {
+        if (observer_ == nullptr) {
+            throw;
+        }
+        end = RecordEnd::error;
+        observer_->beginRecord(node, method);
+        fail(node, method, error);
     }
-    return matched;
+    if (end != RecordEnd::error) {
+        if (display_.progress != nullptr) {
+            display_.progress->beginRecord(node, method);
+        }
+        if (observer_ != nullptr) {
+            observer_->beginRecord(node, method);
+        }
+        if (method != kPassedOverMethod) {
+            end = run(std::move(record), node, method);
+        }
+    }
+    const bool goesOn = observer_ == nullptr || observer_->endRecord(end);
+    stopped_ = stopped_ || (settings_.stopOnFirstError && (end == RecordEnd::mismatch || end == RecordEnd::error));
+    return goesOn && !stopped_;
+}
+
+RecordEnd Run::run(json&& record, const std::string& node, const std::string& method) {
+    if (settings_.verbose != 0) {
+        Log::println(fmt::format("====== start running {}({}) =====", node, method));
+    }
+    RecordEnd end = RecordEnd::skipped;
+    try {
+        if (settings_.skip.count(method) == 0) {
+            const unsigned outcome = checkSingle(std::move(record));
+            end = outcome == kMismatch ? RecordEnd::mismatch
+                  : outcome == kMatch  ? RecordEnd::match
+                                       : RecordEnd::ignored;
+        }
+    } catch (const std::exception& error) {
+        end = fail(node, method, error);
+    }
+    if (end == RecordEnd::mismatch) {
+        Log::println(fmt::format("===== unmatch on {}({}) =====", node, method));
+        matched_ = false;
+        if (settings_.stopOnFirstError) {
+            return end; // deliberately with no end line
+        }
+    }
+    if (end == RecordEnd::ignored) {
+        ignored_.insert(method);
+        end = registry_.count(method) == 0 ? RecordEnd::unknown : end;
+    }
+    if (settings_.verbose != 0 && end != RecordEnd::error) {
+        Log::println(fmt::format("====== end running {}({}) =====", node, method));
+    }
+    return end;
+}
+
+RecordEnd Run::fail(const std::string& node, const std::string& method, const std::exception& error) {
+    Log::println(fmt::format("error on checking {}({}): {}", node, method, error.what()));
+    if (observer_ == nullptr || !observer_->survives(error)) {
+        throw std::exception();
+    }
+    return RecordEnd::error;
+}
+
+bool Run::end() const {
+    if (!stopped_ && !ignored_.empty()) { // deliberately no warning of those ignored before the run stopped
+        display_.warning(fmt::format("ignored methods({}): [{}]", ignored_.size(), fmt::join(ignored_, ",")));
+    }
+    return matched_;
 }
 
 unsigned Run::checkSingle(json record) const {
@@ -141,46 +180,61 @@ unsigned Run::compareOnce(const Proxy& proxy, const Arguments& args, const std::
     if (settings_.verbose >= 2) {
         Log::println("Closure: " + dumped(proxy.closure(args, ports)));
     }
-    const json maya = proxy.mayaResult(ports);
-    const json zent = proxy.zentResult(args);
-    if (compare(maya, zent, settings_.epsilon)) {
+    json maya = proxy.mayaResult(ports);
+    json zent = proxy.zentResult(args);
+    bool matches = compare(maya, zent, settings_.epsilon);
+    if (observer_ != nullptr) {
+        matches = observer_->judge(maya, zent, matches);
+    }
+    if (matches) {
         return kMatch;
     }
-    return reportMismatch(proxy.closure(args, ports), maya, zent);
+    return reportMismatch({-1, std::move(maya), std::move(zent), proxy.closure(args, ports)});
 }
 
 // Only a distance above the worst so far is recorded, so that a point which differs at distance 0, or by NaN, leaves
 // the record a match. That is deliberate, and so is the earlier point on a tie.
 unsigned Run::comparePoints(Proxy& proxy, const Arguments& args, const std::vector<Port>& ports) const {
-    int errorIndex = -1;
     float worstDistance = 0.0f;
-    json worstMaya;
-    json worstZent;
-    json worstClosure;
+    Mismatch worst;
     proxy.init(args, ports);
     const std::unique_ptr<PointWalk> walk = walkOf(proxy);
+    if (display_.progress != nullptr) {
+        display_.progress->beginPoints();
+    }
+    if (observer_ != nullptr) {
+        observer_->beginPoints(*walk, ports);
+    }
     for (; !proxy.isDone(); proxy.next()) {
         if (settings_.verbose >= 2) {
             const int index = proxy.index();
             Log::println(fmt::format("Closure on vtx[{}]: {}", index, dumped(proxy.closure(args, ports))));
         }
         const PointPair point = walk->at(static_cast<unsigned>(proxy.index()));
-        if (point.agree(settings_.epsilon)) {
-            continue;
+        bool agrees = point.agree(settings_.epsilon);
+        if (observer_ != nullptr) {
+            agrees = observer_->judgePoint(point, agrees);
         }
-        if (point.distance() > worstDistance) {
+        if (!agrees && point.distance() > worstDistance) {
             worstDistance = point.distance();
-            errorIndex = proxy.index();
-            worstMaya = proxy.mayaResult(ports);
-            worstZent = proxy.zentResult(args);
-            worstClosure = proxy.closure(args, ports);
+            worst = {proxy.index(), proxy.mayaResult(ports), proxy.zentResult(args), proxy.closure(args, ports)};
         }
     }
-    if (errorIndex < 0) {
+    if (worst.errorIndex < 0) {
         return kMatch;
     }
-    Log::println("error index: " + std::to_string(errorIndex));
-    return reportMismatch(worstClosure, worstMaya, worstZent);
+    Log::println("error index: " + std::to_string(worst.errorIndex));
+    return reportMismatch(worst);
+}
+
+unsigned Run::reportMismatch(const Mismatch& mismatch) const {
+    Log::println("closure: " + dumped(mismatch.closure));
+    Log::println("maya output: " + dumped(mismatch.maya));
+    Log::println("zent output: " + dumped(mismatch.zent));
+    if (observer_ != nullptr) {
+        observer_->mismatch(mismatch);
+    }
+    return kMismatch;
 }
 
 } // namespace zent

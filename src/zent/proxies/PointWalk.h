@@ -2,7 +2,9 @@
 
 #include "zent/math/types.h"
 
+#include <array>
 #include <memory>
+#include <vector>
 
 namespace zent {
 
@@ -18,6 +20,17 @@ struct PointPair {
     bool agree(float epsilon) const;
 };
 
+/// What a shape has besides its points.
+struct ShapeLayout {
+    const char* kind = "";  ///< "mesh", "curve", "surface" or "lattice"
+    std::size_t points = 0; ///< with the overlap of a periodic curve, whose points repeat the first ones
+    /// Of a curve the first, of a surface those of U and V.
+    std::array<unsigned int, 2> degrees{};
+    std::array<unsigned int, 2> forms{};
+    std::array<std::vector<float>, 2> knots;
+    std::array<unsigned int, 3> divisions{}; ///< of a lattice
+};
+
 /// The points of one record, in any order. It holds only as long as its adapter is at that record; walks of one adapter
 /// do not disturb each other.
 class PointWalk {
@@ -29,6 +42,8 @@ public:
 
     /// Points that Maya's shape has.
     virtual unsigned int count() const = 0;
+    /// Of Maya's shape.
+    virtual ShapeLayout layout() const = 0;
     virtual vec3 maya(unsigned int index) const = 0;
     virtual vec3 zent(unsigned int index) = 0;
 

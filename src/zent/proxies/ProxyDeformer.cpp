@@ -9,6 +9,24 @@ namespace zent {
 
 namespace {
 
+ShapeLayout layoutOf(const Mesh& shape) {
+    return {"mesh", pointCount(shape), {}, {}, {}, {}};
+}
+ShapeLayout layoutOf(const Curve& shape) {
+    return {"curve", shape.cv.size(), {shape.degree}, {shape.form}, {shape.knots}, {}};
+}
+ShapeLayout layoutOf(const Surface& shape) {
+    return {"surface",
+            pointCount(shape),
+            {shape.degreeU, shape.degreeV},
+            {shape.formU, shape.formV},
+            {shape.knotsU, shape.knotsV},
+            {}};
+}
+ShapeLayout layoutOf(const Lattice& shape) {
+    return {"lattice", pointCount(shape), {}, {}, {}, {shape.s, shape.t, shape.u}};
+}
+
 /// It deforms one shape of one point after the other in the same place, so that a point costs no allocation.
 template <class T>
 class DeformerWalk : public PointWalk {
@@ -18,6 +36,7 @@ public:
           undeformed_(onePointShape<T>(vec3(0.0f), matrixOf(input))) {}
 
     unsigned int count() const override { return pointCount(output_); }
+    ShapeLayout layout() const override { return layoutOf(output_); }
     vec3 maya(unsigned int index) const override { return toWorld(output_, pointsOf(output_)[index]); }
     vec3 zent(unsigned int index) override {
         shape_ = undeformed_;

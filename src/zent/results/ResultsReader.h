@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zent/results/Outcome.h"
+
 #include <nlohmann/json.hpp>
 
 #include <array>
@@ -9,10 +11,6 @@
 #include <vector>
 
 namespace zent {
-
-/// What became of a record, in the order in which reports count them.
-enum class Outcome : unsigned char { match, mismatch, error, ignored, skipped };
-inline constexpr std::array<const char*, 5> kOutcomeNames{"match", "mismatch", "error", "ignored", "skipped"};
 
 /// A results file's first line.
 struct ResultsHeader {

@@ -3,26 +3,178 @@
 #include "zent/check/Check.h"
 #include "zent/check/CheckCall.h"
 #include "zent/check/readManifest.h"
+#include "zent/tools/ReportObserver.h"
 #include "zent/values/Port.h"
 #include "zent/values/resource.h"
 #include "zent/values/Select.h"
 
 #include <nlohmann/json.hpp>
 
+#include <maya/MAnimControl.h>
+#include <maya/MFileIO.h>
 #include <maya/MGlobal.h>
+#include <maya/MTime.h>
 
+#include <array>
+#include <cctype>
+#include <chrono>
+#include <cmath>
+#include <ctime>
 #include <exception>
+#include <filesystem>
 #include <fstream>
+#include <stdexcept>
+#include <vector>
 
 namespace zent {
 
 namespace {
 
-RunSettings defaultSettings() {
-    RunSettings settings;
-    settings.ignoreDeformer = false;
-    settings.stopOnFirstError = false;
-    return settings;
+constexpr Flag kResults{"rs", "results", MSyntax::kString};
+constexpr Flag kWarn{"w", "warn", MSyntax::kDouble};
+constexpr Flag kRelative{"r", "relative", MSyntax::kDouble};
+constexpr Flag kPoints{"p", "points", MSyntax::kUnsigned};
+
+std::vector<Flag> allFlags() {
+    std::vector<Flag> flags = checkFlags();
+    flags.insert(flags.end(), {kResults, kWarn, kRelative, kPoints});
+    return flags;
+}
+
+template <class T>
+json valueOf(const MArgDatabase& database, const Flag& flag) {
+    T value{};
+    database.getFlagArgument(flag.shortName, 0, value);
+    return value;
+}
+
+/// The flags of a call, by their long names.
+json givenFlags(const MArgDatabase& database) {
+    json given = json::object();
+    for (const Flag& flag : allFlags()) {
+        if (!database.isFlagSet(flag.shortName)) {
+            continue;
+        }
+        MString text;
+        switch (flag.type) {
+        case MSyntax::kBoolean:
+            given[flag.longName] = valueOf<bool>(database, flag);
+            break;
+        case MSyntax::kUnsigned:
+            given[flag.longName] = valueOf<unsigned int>(database, flag);
+            break;
+        case MSyntax::kDouble:
+            given[flag.longName] = valueOf<double>(database, flag);
+            break;
+        default:
+            database.getFlagArgument(flag.shortName, 0, text);
+            given[flag.longName] = toStd(text);
+        }
+    }
+    return given;
+}
+
+/// What a call asks for.
+struct Call {
+    std::string manifest;
+    std::string resource;
+    std::string results;
+    RunSettings run;
+    ReportSettings report;
+    json flags = json::object(); ///< those that were given, by their long names
+};
+
+double numberOf(const MArgDatabase& database, const Flag& flag) {
+    double value = std::nan("");
+    database.getFlagArgument(flag.shortName, 0, value);
+    if (!(value >= 0.0) || std::isinf(value)) {
+        throw std::runtime_error(std::string("flag ") + flag.longName + " should be a number from 0 on");
+    }
+    return value;
+}
+
+void readReportFlags(const MArgDatabase& database, Call& call) {
+    if (database.isFlagSet(kResults.shortName)) {
+        MString text;
+        database.getFlagArgument(kResults.shortName, 0, text);
+        call.results = toStd(text);
+    }
+    if (database.isFlagSet(kWarn.shortName)) {
+        call.report.warn = numberOf(database, kWarn);
+    }
+    if (database.isFlagSet(kRelative.shortName)) {
+        call.report.tolerance.relative = numberOf(database, kRelative);
+    }
+    if (database.isFlagSet(kPoints.shortName)) {
+        unsigned int points = 0;
+        database.getFlagArgument(kPoints.shortName, 0, points);
+        call.report.mostPoints = points;
+    }
+    call.report.tolerance.epsilon = call.run.epsilon;
+}
+
+json nullIfEmpty(const std::string& text) {
+    return text.empty() ? json() : json(text);
+}
+
+std::string utcNow() {
+    const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
+    std::tm utc{};
+    gmtime_r(&now, &utc);
+    std::array<char, 32> text{};
+    return {text.data(), std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%SZ", &utc)};
+}
+
+std::string header(const Call& call, std::size_t records) {
+    const std::string version = toStd(MGlobal::mayaVersion());
+    const bool isMaya = !version.empty() && std::isdigit(static_cast<unsigned char>(version.front())) != 0;
+    return nlohmann::ordered_json{{"format", "zent-results"},
+                                  {"version", 1},
+                                  {"program", "ZentMayaTools " ZENT_VERSION},
+                                  {"host", isMaya ? "Maya " + version : version},
+                                  {"manifest", call.manifest},
+                                  {"resource", nullIfEmpty(call.resource)},
+                                  {"scene", nullIfEmpty(toStd(MFileIO::currentFile()))},
+                                  {"frame", MAnimControl::currentTime().value()},
+                                  {"time", utcNow()},
+                                  {"records", records},
+                                  {"tolerance", call.run.epsilon},
+                                  {"warn", std::isinf(call.report.warn) ? json() : json(call.report.warn)},
+                                  {"relative", call.report.tolerance.relative},
+                                  {"flags", call.flags}}
+        .dump(-1, ' ', false, json::error_handler_t::replace);
+}
+
+/// A results file in place of one that the run reads would end both.
+void openResults(const Call& call, ResultsWriter& writer) {
+    for (const std::string& input : {call.manifest, call.resource}) {
+        std::error_code ignored;
+        if (!input.empty() && std::filesystem::equivalent(call.results, input, ignored)) {
+            throw std::runtime_error("results file " + call.results + " would overwrite " + input);
+        }
+    }
+    writer.open(call.results);
+}
+
+std::string dumped(const json& value) {
+    return withNamedNumbers(value).dump(-1, ' ', false, json::error_handler_t::replace);
+}
+
+/// The run: its summary.
+json run(const Call& call, json&& manifest, ResultsWriter& writer) {
+    const auto start = ReportObserver::Clock::now();
+    const std::size_t records = manifest.size();
+    if (!call.results.empty()) {
+        openResults(call, writer);
+        writer.write(header(call, records));
+    }
+    ReportObserver observer(call.report, writer);
+    MayaProgress progress(records);
+    Run(ZentCheck::sProxies, call.run, mayaDisplay(&progress), &observer).check(std::move(manifest));
+    const std::chrono::duration<double> duration = ReportObserver::Clock::now() - start;
+    json summary = observer.summary().json(observer.records() < records, duration.count());
+    writer.write(dumped({{"summary", summary}}));
+    return summary;
 }
 
 } // namespace
@@ -34,7 +186,11 @@ void* ZentReport::creator() {
 
 MSyntax ZentReport::createSyntax() {
     MSyntax syntax;
-    addCheckSyntax(syntax);
+    syntax.addArg(MSyntax::kString);
+    syntax.addArg(MSyntax::kString);
+    for (const Flag& flag : allFlags()) {
+        syntax.addFlag(flag.shortName, flag.longName, flag.type);
+    }
     return syntax;
 }
 
@@ -42,9 +198,9 @@ MStatus ZentReport::doIt(const MArgList& args) {
     namescope.clear();
     const MArgDatabase database(syntax(), args);
     MString path;
-    MString resourcePath;
+    MString resource;
     database.getCommandArgument(0, path);
-    database.getCommandArgument(1, resourcePath);
+    database.getCommandArgument(1, resource);
     std::ifstream file(path.asChar());
     if (!file.is_open()) {
         MGlobal::displayError(MString("cannot open file ") + path);
@@ -52,13 +208,21 @@ MStatus ZentReport::doIt(const MArgList& args) {
     }
     MStatus status = MStatus::kSuccess;
     try {
+        Call call{toStd(path), toStd(resource), {}, {}, {}};
+        call.run.ignoreDeformer = false;
+        call.run.stopOnFirstError = false;
         json manifest = readManifest(file);
-        Element::storage().load(toStd(resourcePath));
-        RunSettings settings = defaultSettings();
-        readCheckFlags(database, settings);
-        setResult(Run(ZentCheck::sProxies, settings, mayaDisplay()).check(std::move(manifest)));
+        Element::storage().load(call.resource);
+        readCheckFlags(database, call.run);
+        readReportFlags(database, call);
+        call.flags = givenFlags(database);
+        ResultsWriter writer;
+        setResult(toMaya(dumped(run(call, std::move(manifest), writer))));
+        if (!writer.close()) {
+            throw std::runtime_error(writer.problem());
+        }
     } catch (const std::exception& error) {
-        MGlobal::displayError(error.what());
+        MGlobal::displayError(toMaya(error.what()));
         status = MStatus::kFailure;
     }
     endCheckCall();

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "zent/check/Mismatch.h"
+#include "zent/check/Run.h"
+#include "zent/results/ResultsWriter.h"
+#include "zent/tools/measure.h"
+
+#include <chrono>
+#include <limits>
+#include <optional>
+#include <unordered_map>
+
+namespace zent {
+
+/// What a report holds besides what the run's settings say.
+struct ReportSettings {
+    Tolerance tolerance;
+    double warn = std::numeric_limits<double>::infinity(); ///< a match that is further off than this has a warning
+    std::size_t mostPoints = 200000;                       ///< of a shape that is written out
+};
+
+/// Measures what a run compares, and writes a line for each record.
+class ReportObserver : public RunObserver {
+public:
+    using Clock = std::chrono::steady_clock;
+
+    ReportObserver(const ReportSettings& settings, ResultsWriter& writer) : settings_(settings), writer_(writer) {}
+
+    std::uint64_t records() const { return line_.index; }
+    const ResultsSummary& summary() const { return summary_; }
+
+    void beginRecord(const std::string& node, const std::string& method) override;
+    bool judge(const json& maya, const json& zent, bool matches) override;
+    void beginPoints(const PointWalk& walk, const std::vector<Port>& ports) override;
+    bool judgePoint(const PointPair& point, bool matches) override;
+    void mismatch(const Mismatch& mismatch) override;
+    bool survives(const std::exception& error) override;
+    bool endRecord(RecordEnd end) override;
+
+private:
+    void completeShapes();
+    const std::string& nearestMethod(const std::string& method);
+
+    const ReportSettings settings_;
+    ResultsWriter& writer_;
+    ResultsSummary summary_;
+    std::unordered_map<std::string, std::string> nearest_; ///< of the unknown methods so far
+
+    // The present record.
+    RecordLine line_; ///< its index is the number of records so far
+    std::string node_;
+    std::string method_;
+    std::string error_;
+    std::vector<Statistics> statistics_;
+    std::optional<Mismatch> mismatch_;
+    std::optional<ShapeLine> shapes_;
+    bool keepsPoints_ = false;
+    const std::vector<Port>* ports_ = nullptr; ///< until the record is compared
+    Clock::time_point start_;
+};
+
+} // namespace zent
