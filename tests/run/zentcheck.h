@@ -1,6 +1,9 @@
 #pragma once
 
+#include <nlohmann/json.hpp>
+
 #include <string>
+#include <vector>
 
 namespace zent::test {
 
@@ -14,8 +17,12 @@ struct Outcome {
 /// Runs a command in a fresh folder of this test.
 Outcome run(const std::string& command);
 
-/// Runs zentcheck with arguments as a shell would take them, in a fresh folder of this test.
+/// Runs zentcheck with arguments as a shell would take them, in a fresh folder of this test. A check that ends is run
+/// once more with a report, which must come to the same.
 Outcome zentcheck(const std::string& arguments);
+
+/// The lines of a results file.
+std::vector<nlohmann::json> readLines(const std::string& path);
 
 /// A file's bytes; none if it cannot be opened.
 std::string readFile(const std::string& path);

@@ -8,6 +8,7 @@
 #include "zent/values/resource.h"
 #include "zent/values/Select.h"
 
+#include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
 #include <maya/MAnimControl.h>
@@ -24,6 +25,7 @@
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
+#include <string>
 #include <vector>
 
 namespace zent {
@@ -138,7 +140,7 @@ std::string header(const Call& call, std::size_t records) {
                                   {"frame", MAnimControl::currentTime().value()},
                                   {"time", utcNow()},
                                   {"records", records},
-                                  {"tolerance", call.run.epsilon},
+                                  {"tolerance", std::stod(fmt::format("{}", call.run.epsilon))},
                                   {"warn", std::isinf(call.report.warn) ? json() : json(call.report.warn)},
                                   {"relative", call.report.tolerance.relative},
                                   {"flags", call.flags}}
