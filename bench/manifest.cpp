@@ -39,7 +39,7 @@ void parseAndRun(benchmark::State& state) {
         std::string name = proxy->name();
         registry[std::move(name)] = std::move(proxy);
     }
-    const zent::Run run(registry, {}, {});
+    zent::Run run(registry, {}, {});
     for (auto _ : state) {
         if (!run.check(zent::json::parse(manifestText()))) {
             state.SkipWithError("a record did not match");
