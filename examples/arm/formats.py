@@ -92,6 +92,8 @@ class Scene:
         if isinstance(value, dict) and "compound" in value:
             children = value["compound"].items()
             return {"compound": {key: self._attribute(f"{plug}.{key}", item) for key, item in children}}
+        if isinstance(value, dict) and isinstance(value.get("multi"), dict):
+            return {"multi": {i: self._attribute(f"{plug}[{i}]", item) for i, item in value["multi"].items()}}
         if isinstance(value, dict) and "multi" in value:
             return {"multi": [self._attribute(f"{plug}[{i}]", item) for i, item in enumerate(value["multi"])]}
         return value

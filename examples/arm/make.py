@@ -42,7 +42,10 @@ def transform(name, parent, translate=None, rotate=None, order=0, scale=None, or
     world[name] = product(local, world[parent])
     paths[name] = f"{paths[parent]}|{name}"
     if orient is not None:
-        more.update(jointOrient=angles(orient), inverseScale=ONE, segmentScaleCompensate=True)
+        more.update(type="joint", jointOrient=angles(orient), inverseScale=ONE, segmentScaleCompensate=True)
+    else:
+        more = {"type": "transform", "shear": ZERO, "rotatePivot": ZERO, "scalePivot": ZERO,
+                "rotatePivotTranslate": ZERO, "scalePivotTranslate": ZERO, **more}
     above = Fed(f"{parent}.worldMatrix[0]", matrix()) if parent else matrix()
     scene.node(paths[name], translate=translate or ZERO, rotate=rotate, rotateOrder=order, scale=scale or ONE, **more,
                matrix=matrix(local), parentMatrix=multi(above), worldMatrix=multi(matrix(world[name])),
@@ -60,7 +63,7 @@ def locator(name, parent, translate):
     """A locator: a transform that also tells its place in the world."""
     transform(name, parent, translate, checked=False)
     at = origin(world[name])
-    scene.node(f"{paths[name]}|{name}Shape", localPosition=ZERO, worldPosition=multi(at),
+    scene.node(f"{paths[name]}|{name}Shape", type="locator", localPosition=ZERO, worldPosition=multi(at),
                worldMatrix=multi(Fed(f"{name}.worldMatrix[0]", matrix())))
     manifest.record(name, "locatorWorldPosition", [f"{name}Shape.worldPosition[0]"],
                     [f"{name}Shape.localPosition", f"{name}Shape.worldMatrix[0]"])
@@ -72,13 +75,49 @@ transform("clavicle", "arm", ZERO, in_radians(0, 0, 6))
 transform("hips", "arm", [-10, -35, 4], in_radians(0, -8, 0))
 pole = locator("pole", "arm", [22, -20, -45])
 
+
+
+def driven(parent, name=None, **own):
+    """The attributes that Maya's own command connects on a constraint of a node under `parent`."""
+    inputs = {"constraintParentInverseMatrix": Fed(f"{parent}.worldInverseMatrix[0]", matrix())}
+    kinds = {"RotateOrder": ("rotateOrder", 0), "JointOrient": ("jointOrient", angles()), "Translate": ("translate", ZERO)}
+    for key in own.get("inputs", ()):
+        plug, rest = kinds[key]
+        inputs[f"constraint{key}"] = Fed(f"{name}.{plug}", rest)
+    return inputs
+
+
+def aims(targets, weights, *plugs, **more):
+    """The targets of a constraint: each with its weight, its parent's matrix, and the plugs of the target that it reads.
+    A target that is no joint lacks some; Maya leaves their rest values."""
+    kinds = {"Translate": ZERO, "Rotate": angles(), "Scale": ONE, "RotatePivot": ZERO, "RotateOrder": 0,
+             "JointOrient": angles(), "InverseScale": ONE, "ScaleCompensate": False}
+    sources = {"InverseScale": "inverseScale", "ScaleCompensate": "segmentScaleCompensate"}
+    elements = []
+    for i, (name, weight) in enumerate(zip(targets, weights)):
+        element = {"targetWeight": weight, "targetParentMatrix": Fed(f"{name}.parentMatrix[0]", matrix()),
+                   "targetRotateTranslate": ZERO}
+        for plug in plugs:
+            is_joint = name in JOINT_NAMES
+            source = sources.get(plug, plug[0].lower() + plug[1:])
+            has = is_joint if plug in ("JointOrient", "InverseScale", "ScaleCompensate") else (
+                not is_joint if plug == "RotatePivot" else True)
+            element[f"target{plug}"] = Fed(f"{name}.{source}", kinds[plug]) if has else kinds[plug]
+        for key, values in more.items():
+            element[f"target{key}"] = values[i]
+        elements.append({"compound": element})
+    return multi(*elements)
+
+
+JOINT_NAMES = ("shoulder", "elbow", "wrist")
+
 # ---------------------------------------------------------------------------------------------------------------------
 # Time and an animation curve: the hand control goes up and down
 
 FRAME = 14
 KEYS = [(0, -24, 0.5), (10, -19, 0.9), (24, -8, 0.2)]  # frame, value, slope of the tangents
 
-scene.node("time1", outTime={"time": FRAME})
+scene.node("time1", type="time", outTime={"time": FRAME})
 
 
 def hermite(x, left, right):
@@ -91,15 +130,16 @@ def hermite(x, left, right):
 
 hand_height = hermite(FRAME, KEYS[1], KEYS[2])
 tangents = [unit([1, slope]) for _, _, slope in KEYS]
-scene.node("handHeight", input=Fed("time1.outTime", {"time": 0}), output=hand_height,
+scene.node("handHeight", type="animCurveTL", input=Fed("time1.outTime", {"time": 0}), output=hand_height,
            keyTimeValue=multi(*[{"compound": {"keyTime": {"time": t}, "keyValue": value}} for t, value, _ in KEYS]),
-           keyTanX=multi(*[x for x, _ in tangents]), keyTanY=multi(*[y for _, y in tangents]),
+           **{f"keyTan{side}X": multi(*[x for x, _ in tangents]) for side in ("In", "Out")},
+           **{f"keyTan{side}Y": multi(*[y for _, y in tangents]) for side in ("In", "Out")},
+           **{f"keyTan{side}Type": multi(1, 1, 1) for side in ("In", "Out")},  # fixed
            preInfinity=0, postInfinity=0, weightedTangents=False)
-FIXED = many(1, 1, 1)  # the types of the tangents
 manifest.record("handHeight", "animCurve", [".output"],
                 [".input", each(".keyTimeValue[{}].keyTime", 3), each(".keyTimeValue[{}].keyValue", 3),
-                 each(".keyTanX[{}]", 3), each(".keyTanY[{}]", 3), FIXED,  # in tangents
-                 each(".keyTanX[{}]", 3), each(".keyTanY[{}]", 3), FIXED,  # out tangents
+                 each(".keyTanInX[{}]", 3), each(".keyTanInY[{}]", 3), each(".keyTanInType[{}]", 3),
+                 each(".keyTanOutX[{}]", 3), each(".keyTanOutY[{}]", 3), each(".keyTanOutType[{}]", 3),
                  ".preInfinity", ".postInfinity", ".weightedTangents"])
 
 # The hand control turns about a pivot; its translate takes the curve's value.
@@ -127,8 +167,10 @@ TARGETS, weights = ("handControl", "hips"), [1, 0.1]
 targets = [point_by(add(hand_translate, PIVOT), world["arm"]), origin(world["hips"])]
 handle_world = add(*[scaled(p, share) for p, share in zip(targets, shares(weights))])
 handle = point_by(handle_world, inverse(world["arm"]))
-scene.node("handleFollows", constraintTranslate=handle, restTranslate=ZERO, offset=ZERO,
-           handW0=weights[0], hipsW1=weights[1])
+scene.node("handleFollows", type="pointConstraint", constraintTranslate=handle, restTranslate=ZERO, offset=ZERO,
+           handW0=weights[0], hipsW1=weights[1], **driven("arm"), constraintRotatePivot=ZERO, constraintRotateTranslate=ZERO,
+           target=aims(TARGETS, [Fed("handleFollows.handW0", 0), Fed("handleFollows.hipsW1", 0)], "Translate",
+                       "RotatePivot"))
 manifest.record("handleFollows", "pointConstraint", [".constraintTranslate"],
                 ["arm.worldInverseMatrix[0]", ZERO, ZERO, ".offset", many(".handW0", ".hipsW1"), ".restTranslate",
                  each("{}.parentMatrix[0]", TARGETS), each("{}.translate", TARGETS),
@@ -137,14 +179,18 @@ manifest.record("handleFollows", "pointConstraint", [".constraintTranslate"],
 # The pole vector goes from the chain's root to the pole, in the space of the handle's parent.
 root_world = origin(world["clavicle"])
 pole_vector = vector_by(sub(pole, root_world), inverse(world["arm"]))
-scene.node("elbowPoints", constraintTranslate=pole_vector)
+scene.node("elbowPoints", type="poleVectorConstraint", constraintTranslate=pole_vector, **driven("arm"),
+           constraintRotatePivot=Fed("shoulder.translate", ZERO), pivotSpace=Fed("shoulder.parentMatrix[0]", matrix()),
+           target=aims(["pole"], [1], "Translate", "RotatePivot"))
 manifest.record("elbowPoints", "poleVectorConstraint", [".constraintTranslate"],
                 ["arm.worldInverseMatrix[0]", "shoulder.translate", "clavicle.worldMatrix[0]", "pole.parentMatrix[0]",
                  "pole.translate", ZERO])
 
 TWIST = radians(8)
 transform("armHandle", "arm", fed_vector("handleFollows.constraintTranslate"), angles(), local=translation(handle),
-          twist=angle(TWIST), poleVector=fed_vector("elbowPoints.constraintTranslate"))
+          type="ikHandle", twist=angle(TWIST), startJoint=Fed("shoulder.message", {"message": None}),
+          endEffector=Fed("effector.message", {"message": None}),
+          ikSolver=Fed("ikRPsolver.message", {"message": None}), poleVector=fed_vector("elbowPoints.constraintTranslate"))
 
 # ---------------------------------------------------------------------------------------------------------------------
 # IK with two bones
@@ -194,7 +240,8 @@ for name, parent, translate, rotate in [("shoulder", "clavicle", ZERO, shoulder_
                                         ("elbow", "shoulder", [UPPER, 0, 0], elbow_rotate)]:
     transform(name, parent, translate, rotate, ORDER[name], orient=ORIENT[name],
               preferredAngle=angles(PREFERRED[name]))
-scene.node("effector", translate=[FORE, 0, 0])
+scene.node("ikRPsolver", type="ikRPsolver")
+scene.node(f"{paths['elbow']}|effector", type="ikEffector", translate=[FORE, 0, 0])
 manifest.record("armHandle", "ikRPsolver", [each("{}.rotate", BONES)],
                 ["arm.worldMatrix[0]", ".translate", "effector.translate", ".poleVector", ".twist",
                  "clavicle.worldMatrix[0]", each("{}.jointOrient", BONES), each("{}.preferredAngle", BONES),
@@ -213,8 +260,11 @@ to_forearm = inverse(linear(world["elbow"]))
 wrist_rotate = euler_angles(
     product(euler_matrix(wrist_offset, ORDER["wrist"]),
             between(product(forearm, to_forearm), product(hand, to_forearm), shares(weights)[1])), ORDER["wrist"])
-scene.node("wristTurns", constraintRotate=angles(wrist_rotate), offset=angles(wrist_offset), restRotate=angles(),
-           interpType=2, elbowW0=weights[0], handControlW1=weights[1])
+scene.node("wristTurns", type="orientConstraint", constraintRotate=angles(wrist_rotate), offset=angles(wrist_offset), restRotate=angles(),
+           interpType=2, elbowW0=weights[0], handControlW1=weights[1],
+           **driven("elbow", "wrist", inputs=("RotateOrder", "JointOrient")),
+           target=aims(TARGETS, [Fed("wristTurns.elbowW0", 0), Fed("wristTurns.handControlW1", 0)], "Rotate",
+                       "RotateOrder", "JointOrient"))
 wrist_record = ("wristTurns", "orientConstraint", [".constraintRotate"],
                 ["elbow.worldInverseMatrix[0]", "wrist.rotateOrder", "wrist.jointOrient", ".offset", ".interpType",
                  many(".elbowW0", ".handControlW1"), ".restRotate", each("{}.parentMatrix[0]", TARGETS),
@@ -231,10 +281,12 @@ middle = scaled(add(*[point_by(offset, product(world[name], to_clavicle))
                       for name, offset in zip(BONES, offset_translates)]), 0.5)
 twist_rotate = euler_angles(between(*[product(euler_matrix(offset), linear(world[name]), linear(to_clavicle))
                                       for name, offset in zip(BONES, offset_rotates)], 0.5))
-scene.node("upperTwists", constraintTranslate=middle, constraintRotate=angles(twist_rotate), interpType=1,
-           target=multi(*[{"compound": {"targetWeight": 0.5, "targetOffsetTranslate": move,
-                                        "targetOffsetRotate": angles(rotate)}}
-                          for move, rotate in zip(offset_translates, offset_rotates)]))
+scene.node("upperTwists", type="parentConstraint", constraintTranslate=middle, constraintRotate=angles(twist_rotate), interpType=1,
+           restTranslate=ZERO, restRotate=angles(), constraintRotatePivot=ZERO, constraintRotateTranslate=ZERO,
+           constraintJointOrient=angles(), **driven("clavicle", "upperTwist", inputs=("RotateOrder",)),
+           target=aims(BONES, [0.5, 0.5], "Translate", "RotatePivot", "Rotate", "RotateOrder", "Scale", "InverseScale",
+                       "ScaleCompensate", "JointOrient", OffsetTranslate=offset_translates,
+                       OffsetRotate=[angles(rotate) for rotate in offset_rotates]))
 manifest.record("upperTwists", "parentConstraintTranslate", [".constraintTranslate"],
                 ["clavicle.worldInverseMatrix[0]", ZERO, ZERO, each(".target[{}].targetWeight", 2), ZERO,
                  each("{}.parentMatrix[0]", BONES), each("{}.translate", BONES),
@@ -255,8 +307,11 @@ PAD = [1, 0, -4]
 aim = unit(sub([FORE, 0, 0], PAD))
 up = across(sub(point_by(pole, inverse(world["elbow"])), PAD), aim)
 pad_rotate = euler_angles(frame(aim, cross(up, aim), up))
-scene.node("padAims", constraintRotate=angles(pad_rotate), restRotate=angles(), offset=angles(), worldUpType=1,
-           aimVector=X, upVector=Z, wristW0=1, worldUpMatrix=Fed("pole.worldMatrix[0]", matrix()))
+scene.node("padAims", type="aimConstraint", constraintRotate=angles(pad_rotate), restRotate=angles(), offset=angles(), worldUpType=1,
+           aimVector=X, upVector=Z, worldUpVector=Y, wristW0=1,
+           **driven("elbow", "elbowPad", inputs=("RotateOrder", "Translate")), constraintRotatePivot=ZERO,
+           constraintRotateTranslate=ZERO, constraintJointOrient=angles(),
+           target=aims(["wrist"], [Fed("padAims.wristW0", 0)], "Translate", "RotatePivot"), worldUpMatrix=Fed("pole.worldMatrix[0]", matrix()))
 manifest.record("padAims", "aimConstraint", [".constraintRotate"],
                 ["elbow.worldInverseMatrix[0]", "elbowPad.translate", ZERO, ZERO, "elbowPad.rotateOrder", ZERO,
                  ".offset", ".wristW0", ".restRotate", "wrist.parentMatrix[0]", "wrist.translate", ZERO,
@@ -267,7 +322,8 @@ transform("elbowPad", "elbow", PAD, fed_angles("padAims.constraintRotate"),
 # The glove takes the hand control's scale.
 GLOVE = [1, 1.2, 0.9]
 glove_scale = [a * b for a, b in zip(hand_scale, GLOVE)]
-scene.node("gloveScales", constraintScale=glove_scale, offset=GLOVE)
+scene.node("gloveScales", type="scaleConstraint", constraintScale=glove_scale, offset=GLOVE, restScale=ONE,
+           constraintScaleCompensate=False, **driven("arm"), target=aims(["handControl"], [1], "Scale"))
 manifest.record("gloveScales", "scaleConstraint", [".constraintScale"],
                 ["arm.worldInverseMatrix[0]", False, ".offset", 1, ONE, "handControl.parentMatrix[0]",
                  "handControl.scale"])
@@ -278,7 +334,7 @@ transform("glove", "arm", ZERO, angles(), scale=fed_vector("gloveScales.constrai
 # Utility nodes: how far the elbow bends, how far the hand is from where it can reach
 
 for name in ("shoulder", "elbow", "wrist"):
-    scene.node(f"{name}Place", inputMatrix=Fed(f"{name}.worldMatrix[0]", matrix()), outputTranslate=origin(world[name]))
+    scene.node(f"{name}Place", type="decomposeMatrix", inputMatrix=Fed(f"{name}.worldMatrix[0]", matrix()), outputTranslate=origin(world[name]))
     manifest.record(f"{name}Place", "decomposeMatrixTranslate", [f"{name}Place.outputTranslate"],
                     [f"{name}Place.inputMatrix"])
 
@@ -286,25 +342,25 @@ for name in ("shoulder", "elbow", "wrist"):
 def bone(name, start, end):
     """Here a connection feeds each of the compounds' children: a child's plug has a path of its own."""
     vector = sub(origin(world[end]), origin(world[start]))
-    scene.node(name, operation=2, output3D=vector, input3D=multi(fed_vector(f"{end}Place.outputTranslate"),
+    scene.node(name, type="plusMinusAverage", operation=2, output3D=vector, input3D=multi(fed_vector(f"{end}Place.outputTranslate"),
                                                                  fed_vector(f"{start}Place.outputTranslate")))
     manifest.record(name, "plusMinusAverage3D", [".output3D"], [each(".input3D[{}]", 2), ".operation"])
     return vector
 
 
 bend = angle_between(bone("upperBone", "shoulder", "elbow"), bone("foreBone", "elbow", "wrist"))
-scene.node("bend", vector1=fed_vector("upperBone.output3D"), vector2=fed_vector("foreBone.output3D"), angle=angle(bend))
+scene.node("bend", type="angleBetween", vector1=fed_vector("upperBone.output3D"), vector2=fed_vector("foreBone.output3D"), angle=angle(bend))
 manifest.record("bend", "angleBetween__COMPUTE__angle", [".angle"], [".vector1", ".vector2"])
-scene.node("bendInDegrees", input=Fed("bend.angle", angle()), conversionFactor=180 / pi, output=degrees(bend))
+scene.node("bendInDegrees", type="unitConversion", input=Fed("bend.angle", angle()), conversionFactor=180 / pi, output=degrees(bend))
 manifest.record("bendInDegrees", "unitConversion1D", [".output"], [".input", ".conversionFactor"])
 
 reach = length(sub(handle_world, root_world))
-scene.node("reach", inMatrix1=Fed("shoulder.worldMatrix[0]", matrix()),
+scene.node("reach", type="distanceBetween", inMatrix1=Fed("shoulder.worldMatrix[0]", matrix()),
            inMatrix2=Fed("armHandle.worldMatrix[0]", matrix()), distance=reach)
 manifest.record("reach", "distanceBetweenTwoMatrices", [".distance"], [".inMatrix1", ".inMatrix2"])
 
 ratio = reach / (UPPER + FORE)
-scene.node("reachRatio", input1=[Fed("reach.distance", 0), 0, 0], input2=[UPPER + FORE, 1, 1], operation=2,
+scene.node("reachRatio", type="multiplyDivide", input1=[Fed("reach.distance", 0), 0, 0], input2=[UPPER + FORE, 1, 1], operation=2,
            output=[ratio, 0, 0])
 manifest.record("reachRatio", "multiplyDivide1D", [".output.outputX"],
                 [".input1.input1X", ".input2.input2X", ".operation"])
@@ -315,14 +371,14 @@ def color(name, r, g, b):
     return {name: {"compound": {f"{name}R": r, f"{name}G": g, f"{name}B": b}}}
 
 
-scene.node("stretch", firstTerm=Fed("reachRatio.output.outputX", 0), secondTerm=1, operation=2,
+scene.node("stretch", type="condition", firstTerm=Fed("reachRatio.output.outputX", 0), secondTerm=1, operation=2,
            **color("colorIfTrue", Fed("reachRatio.output.outputX", 0), 0, 0), **color("colorIfFalse", 1, 1, 1),
            **color("outColor", max(ratio, 1), 1, 1))
 manifest.record("stretch", "condition1D", [".outColor.outColorR"],
                 [".firstTerm", ".secondTerm", ".colorIfTrue.colorIfTrueR", ".colorIfFalse.colorIfFalseR",
                  ".operation"])
 
-scene.node("slack", input=[Fed("reachRatio.output.outputX", 0), 0, 0], output=[1 - ratio, 1, 1])
+scene.node("slack", type="reverse", input=[Fed("reachRatio.output.outputX", 0), 0, 0], output=[1 - ratio, 1, 1])
 manifest.record("slack", "reverse", [".output.outputX"], [".input.inputX"])
 
 RAMP = [(0, 0), (0.5, 0.2), (1, 1)]
@@ -336,24 +392,31 @@ def remap(value, low, high):
 
 
 tension = remap(ratio, 0.4, 1)
-scene.node("tension", inputValue=Fed("reachRatio.output.outputX", 0), inputMin=0.4, inputMax=1, outputMin=0,
+scene.node("tension", type="remapValue", inputValue=Fed("reachRatio.output.outputX", 0), inputMin=0.4, inputMax=1, outputMin=0,
            outputMax=1, outValue=tension,
-           value=multi(*[{"compound": {"value_Position": x, "value_FloatValue": y}} for x, y in RAMP]))
+           value=multi(*[{"compound": {"value_Position": x, "value_FloatValue": y, "value_Interp": 1}}
+                         for x, y in RAMP]))
 manifest.record("tension", "remapValue", [".outValue"],
                 [".inputValue", ".inputMin", ".inputMax", ".outputMin", ".outputMax",
-                 each(".value[{}].value_Position", 3), each(".value[{}].value_FloatValue", 3), many(1, 1, 1)])
+                 each(".value[{}].value_Position", 3), each(".value[{}].value_FloatValue", 3),
+                 each(".value[{}].value_Interp", 3)])
 
 hand_space = product(world["wrist"], inverse(world["clavicle"]))
-scene.node("handSpace", matrixIn=multi(Fed("wrist.worldMatrix[0]", matrix()),
+scene.node("handSpace", type="multMatrix", matrixIn=multi(Fed("wrist.worldMatrix[0]", matrix()),
                                        Fed("clavicle.worldInverseMatrix[0]", matrix())), matrixSum=matrix(hand_space))
 manifest.record("handSpace", "multMatrix", [".matrixSum"], [each(".matrixIn[{}]", 2)])
-scene.node("handTurn", inputMatrix=Fed("handSpace.matrixSum", matrix()), outputRotate=angles(euler_angles(hand_space)))
+scene.node("handTurn", type="decomposeMatrix", inputMatrix=Fed("handSpace.matrixSum", matrix()), outputRotate=angles(euler_angles(hand_space)))
 manifest.record("handTurn", "decomposeMatrixRotate", [".outputRotate"], [".inputMatrix"])
 
 # ---------------------------------------------------------------------------------------------------------------------
 # An expression, which zentcheck --compile-expression makes byte code of
 
 code, constants = assemble(compiled("muscle.mel"))
+# Maya keeps the text with the slots in the place of the names.
+MUSCLE = (pathlib.Path(__file__).parent / "muscle.mel").read_text()
+for written, slot in (("bendInDegrees.output", ".I[0]"), ("muscle.flex", ".O[0]"), ("muscle.twist", ".O[1]"),
+                      ("muscle.pinch", ".O[2]")):
+    MUSCLE = MUSCLE.replace(written, slot)
 
 
 def smooth(value, low, high):
@@ -365,8 +428,8 @@ def smooth(value, low, high):
 flex = smooth(degrees(bend), 20, 110)
 strap_twist = 0.35 + 0.1 * sin(FRAME * 0.25)
 pinch = max(degrees(bend) - 60, 0) / 60
-scene.node("muscle", input=multi(Fed("bendInDegrees.output", 0)), time=Fed("time1.outTime", {"time": 0}),
-           output=multi(flex, strap_twist, pinch))
+scene.node("muscle", type="expression", input=multi(Fed("bendInDegrees.output", 0)), time=Fed("time1.outTime", {"time": 0}),
+           output=multi(flex, strap_twist, pinch), frame=FRAME, expression=MUSCLE)
 # The plug "time" reads in its own unit, which is the frame.
 manifest.record("muscle", "expression", [each(".output[{}]", 3)],
                 [many(".input[0]", ".time"), resource.byte_code(code), resource.constants(constants)])
@@ -409,7 +472,7 @@ poses = [joint_matrix("elbow", in_radians(0, bend, 0), [UPPER, 0, 0], inverse(to
 pose_weights = interpolate([pointing(product(pose, to_shoulder)) for pose in poses],
                            [[1, 0, 0], [0, 1, 0], [0, 0, 1]],
                            pointing(product(world["elbow"], inverse(world["shoulder"]))))
-scene.node("elbowPoses", twistAxis=0, invertAxis=False, driverMatrix=Fed("elbow.worldMatrix[0]", matrix()),
+scene.node("elbowPoses", type="weightDriver", twistAxis=0, invertAxis=False, driverMatrix=Fed("elbow.worldMatrix[0]", matrix()),
            readerMatrix=Fed("shoulder.worldInverseMatrix[0]", matrix()), rotationOffset=angles(),
            pose=multi(*[{"compound": {"poseMatrix": matrix(pose), "poseParentMatrix": matrix(inverse(to_shoulder)),
                                       "poseMode": 0}} for pose in poses]), output=multi(*pose_weights))
@@ -420,21 +483,23 @@ manifest.record("elbowPoses", "weightDriverDrivers", [each(".output[{}]", 3)],
 # By numbers: how much the wrist is squeezed at three pairs of flex and tension.
 inputs, values = [[0, 1], [0.5, 0.4], [1, 0.1]], [[0, 0.1, 0], [0.5, 0.2, 0], [1, 0, 0.3]]
 squeeze = interpolate(inputs, values, [flex, tension])
-scene.node("wristPoses", input=multi(Fed("muscle.output[0]", 0), Fed("tension.outValue", 0)), output=multi(*squeeze))
+scene.node("wristPoses", type="weightDriver", input=multi(Fed("muscle.output[0]", 0), Fed("tension.outValue", 0)), output=multi(*squeeze),
+           poses=multi(*[{"compound": {"poseInput": multi(*row), "poseValue": multi(*result)}}
+                         for row, result in zip(inputs, values)]))
 manifest.record("wristPoses", "weightDriverPoses", [each(".output[{}]", 3)],
                 [0, 0, each(".input[{}]", 2),
-                 *[indexed({(i, j): value for i, row in enumerate(table) for j, value in enumerate(row)})
-                   for table in (inputs, values)]])
+                 *[indexed({(i, j): f".poses[{i}].{plug}[{j}]" for i, row in enumerate(table) for j in range(len(row))})
+                   for plug, table in (("poseInput", inputs), ("poseValue", values))]])
 
 # The weights of the blend shape's two targets.
 bicep = 0.4 * pose_weights[1] + pose_weights[2]
-scene.node("bicepWeight", input=multi(*[Fed(f"elbowPoses.output[{i}]", 0) for i in range(3)]),
+scene.node("bicepWeight", type="blendWeighted", input=multi(*[Fed(f"elbowPoses.output[{i}]", 0) for i in range(3)]),
            weight=multi(0, 0.4, 1), output=bicep)
 manifest.record("bicepWeight", "blendWeighted", [".output"],
                 [indexed({i: f".input[{i}]" for i in range(3)}),
                  indexed({i: f".weight[{i}]" for i in range(3)})])
 wrist_weight = squeeze[0] * pinch
-scene.node("wristWeight", inputWeight=multi(Fed("wristPoses.output[0]", 0), Fed("muscle.output[2]", 0)),
+scene.node("wristWeight", type="combinationShape", inputWeight=multi(Fed("wristPoses.output[0]", 0), Fed("muscle.output[2]", 0)),
            combinationMethod=0, outputWeight=wrist_weight)
 manifest.record("wristWeight", "combinationShape", [".outputWeight"],
                 [each(".inputWeight[{}]", 2), ".combinationMethod"])
@@ -480,15 +545,23 @@ def mesh(points):
 FED_MESH = {"mesh": None}
 
 
-def deformer(name, source, result, **attributes):
+def deformer(name, kind, source, result, **attributes):
     """A deformer of a mesh, fed by the deformer before it."""
-    scene.node(name, envelope=1, input=multi({"compound": {"inputGeometry": Fed(source, FED_MESH)}}),
+    scene.node(name, type=kind, envelope=1, input=multi({"compound": {"inputGeometry": Fed(source, FED_MESH)}}),
                outputGeometry=multi(mesh(result)), **attributes)
 
 
-scene.node("|armMesh|armBound", outMesh=mesh(points))
-deformer("armShapes", "armBound.outMesh", shaped,
-         weight=multi(Fed("bicepWeight.output", 0), Fed("wristWeight.outputWeight", 0)))
+scene.node("|armMesh|armBound", type="mesh", outMesh=mesh(points))
+scene.node("|flat|flatShape", type="mesh", outMesh=mesh(flat))
+deformer("armShapes", "blendShape", "armBound.outMesh", shaped,
+         weight=multi(Fed("bicepWeight.output", 0), Fed("wristWeight.outputWeight", 0)),
+         inputTarget=multi({"compound": {"inputTargetGroup": multi(
+             {"compound": {"inputTargetItem": {"multi": {"6000": {"compound": {
+                 "inputGeomTarget": {"mesh": None}, "inputPointsTarget": {"points": list(deltas.values())},
+                 "inputComponentsTarget": {"components": [f"vtx[{i}]" for i in deltas]}}}}}}},
+             {"compound": {"inputTargetItem": {"multi": {"6000": {"compound": {
+                 "inputGeomTarget": Fed("flatShape.outMesh", {"mesh": None})}}}},
+                           "targetWeights": {"multi": {str(i): weight for i, weight in mask.items()}}}})}}))
 manifest.record("armShapes", "blendShapeMesh", [".outputGeometry[0]"],
                 [".envelope", ".input[0].inputGeometry",
                  indexed({0: ".weight[0]", 1: ".weight[1]"}),
@@ -516,8 +589,8 @@ def in_lattice(p):
 
 
 latticed = [in_lattice(p) for p in shaped]
-scene.node("bulgeLattice", latticeOutput={"lattice": resource.lattice(DIVISIONS, bulged, bulged_lattice)})
-deformer("armBulges", "armShapes.outputGeometry[0]", latticed, local=False, localInfluenceS=2, localInfluenceT=2,
+scene.node("bulgeLattice", type="lattice", latticeOutput={"lattice": resource.lattice(DIVISIONS, bulged, bulged_lattice)})
+deformer("armBulges", "ffd", "armShapes.outputGeometry[0]", latticed, local=False, outsideLattice=1, deformedLatticePoints=Fed("bulgeLattice.latticeOutput", {"lattice": None}), localInfluenceS=2, localInfluenceT=2,
          localInfluenceU=2, deformedLatticeMatrix=matrix(bulged_lattice), baseLatticeMatrix=matrix(base_lattice))
 manifest.record("armBulges", "ffdMesh", [".outputGeometry[0]"],
                 [".input[0].inputGeometry", "bulgeLattice.latticeOutput", ".deformedLatticeMatrix",
@@ -533,6 +606,14 @@ def skin_weights(places):
         split = [(1 - to_twist) * (1 - to_elbow), to_twist * (1 - to_elbow), to_elbow * (1 - to_wrist), to_wrist]
         triples += [(i, influence, weight) for influence, weight in enumerate(split) if weight > 0]
     return triples
+
+
+def weight_list(weights):
+    """The weights as the plugs of a skin cluster have them."""
+    rows = {}
+    for point, influence, weight in weights:
+        rows.setdefault(str(point), {})[str(influence)] = weight
+    return {"multi": {point: {"compound": {"weights": {"multi": row}}} for point, row in rows.items()}}
 
 
 def skinned(points, weights, own):
@@ -555,7 +636,8 @@ def skin_record(name, method, weights):
 
 
 arm_weights = skin_weights([x for x, _ in rings])
-deformer("armSkin", "armBulges.outputGeometry[0]", skinned(latticed, arm_weights, IDENTITY), geomMatrix=matrix(),
+deformer("armSkin", "skinCluster", "armBulges.outputGeometry[0]", skinned(latticed, arm_weights, IDENTITY), geomMatrix=matrix(),
+         weightList=weight_list(arm_weights), normalizeWeights=1, skinningMethod=0,
          **JOINTS)
 manifest.record(*skin_record("armSkin", "skinMesh", resource.skin_weights(arm_weights)))
 
@@ -574,18 +656,18 @@ def curve_data(curve):
 cord_base = Curve(3, KNOTS, [point_by(p, BIND["shoulder"]) for p in CORD])
 cord = Curve(3, KNOTS, [locator(f"anchor{i}", joint, point_by(p, inverse(BIND[joint])))
                         for i, (joint, p) in enumerate(zip(CARRIERS, cord_base.points))])
-scene.node("|cordBase|cordBaseShape", local=curve_data(cord_base))
-scene.node("|cord|cordShape", local=curve_data(cord))
+scene.node("|cordBase|cordBaseShape", type="nurbsCurve", local=curve_data(cord_base))
+scene.node("|cord|cordShape", type="nurbsCurve", local=curve_data(cord), controlPoints=multi(*[Fed(f"anchor{i}Shape.worldPosition[0]", ZERO) for i in range(len(CORD))]))
 manifest.record("cord", "curve_from_cv", ["cordShape.local"],
                 ["cordBaseShape.local", indexed({i: f"anchor{i}Shape.worldPosition[0]" for i in range(len(CORD))})])
 
 FED_CURVE = Fed("cordShape.local", {"curve": None})
-scene.node("cordLength", inputCurve=FED_CURVE, arcLength=cord.arc_length(0, 3))
+scene.node("cordLength", type="curveInfo", inputCurve=FED_CURVE, arcLength=cord.arc_length(0, 3))
 manifest.record("cordLength", "curveInfo", [".arcLength"], [".inputCurve"])
-scene.node("cordMiddle", inputCurve=FED_CURVE, parameter=1.3, turnOnPercentage=False, position=cord.point(1.3))
+scene.node("cordMiddle", type="pointOnCurveInfo", inputCurve=FED_CURVE, parameter=1.3, turnOnPercentage=False, position=cord.point(1.3))
 manifest.record("cordMiddle", "pointOnCurveInfo", [".position"],
                 [".inputCurve", ".parameter", ".turnOnPercentage"])
-scene.node("bead", geometryPath=FED_CURVE, uValue=0.6, fractionMode=True,
+scene.node("bead", type="motionPath", geometryPath=FED_CURVE, uValue=0.6, fractionMode=True,
            allCoordinates=cord.point(cord.at_fraction(0.6)))
 manifest.record("bead", "motionPath", [".allCoordinates"], [".geometryPath", ".uValue", ".fractionMode"])
 
@@ -606,9 +688,9 @@ for step in range(9):
         strap_bound.append(add(cord_base.point(u), away))
         strap.append(add(cord.point(u), vector_by(away, product(turning, twisting))))
         bindings.append((u, [along, side, cross(along, side)]))
-scene.node("|strap|strapBound", outMesh=mesh(strap_bound))
-scene.node("strapFollows", input=multi({"compound": {"inputGeometry": Fed("strapBound.outMesh", FED_MESH)}}),
-           rotation=TURNING, baseWire=multi(Fed("cordBaseShape.local", {"curve": None})),
+scene.node("|strap|strapBound", type="mesh", outMesh=mesh(strap_bound))
+scene.node("strapFollows", type="wire", input=multi({"compound": {"inputGeometry": Fed("strapBound.outMesh", FED_MESH)}}),
+           envelope=1, freezeGeometry=True, rotation=TURNING, baseWire=multi(Fed("cordBaseShape.local", {"curve": None})),
            deformedWire=multi(FED_CURVE), wireLocatorParameter=multi(LOCATOR),
            wireLocatorTwist=multi(Fed("muscle.output[1]", 0)),
            outputGeometry=multi(mesh(strap)))
@@ -625,9 +707,9 @@ sleeve_bound = Surface((3, 3), ([0, 0, 0, 1, 2, 2, 2], [0, 0, 0, 1, 1, 1]),
                        [point_by(p, product(along_arm, inverse(world["arm"]))) for p in sleeve_points], world["arm"])
 sleeve = Surface(sleeve_bound.degrees, sleeve_bound.knots,
                  skinned(sleeve_bound.points, sleeve_weights, world["arm"]), world["arm"])
-scene.node("|arm|sleeve|sleeveBound", local={"surface": resource.surface(sleeve_bound)})
-scene.node("sleeveSkin", envelope=1, outputGeometry=multi({"surface": resource.surface(sleeve)}), **JOINTS,
-           geomMatrix=Fed("arm.worldMatrix[0]", matrix()),
+scene.node("|arm|sleeve|sleeveBound", type="nurbsSurface", local={"surface": resource.surface(sleeve_bound)})
+scene.node("sleeveSkin", type="skinCluster", envelope=1, outputGeometry=multi({"surface": resource.surface(sleeve)}), **JOINTS,
+           weightList=weight_list(sleeve_weights), normalizeWeights=1, skinningMethod=0, geomMatrix=Fed("arm.worldMatrix[0]", matrix()),
            input=multi({"compound": {"inputGeometry": Fed("sleeveBound.local", {"surface": None})}}))
 manifest.record(*skin_record("sleeveSkin", "skinSurface", resource.skin_weights(sleeve_weights)))
 
@@ -637,16 +719,16 @@ along_u, along_v = sleeve.tangents(button_u, button_v)
 normal = unit(cross(along_u, along_v))
 button = frame(unit(along_u), cross(normal, unit(along_u)), normal)
 FED_SURFACE = Fed("sleeveSkin.outputGeometry[0]", {"surface": None})
-scene.node("button", inputSurface=FED_SURFACE, parameterU=BUTTON[0], parameterV=BUTTON[1],
+scene.node("button", type="follicle", inputSurface=FED_SURFACE, parameterU=BUTTON[0], parameterV=BUTTON[1],
            outTranslate=sleeve.point(button_u, button_v), outRotate=angles(euler_angles(button)))
 for method, output in (("follicleTranslateSurface", "outTranslate"), ("follicleRotateSurface", "outRotate")):
     manifest.record("button", method, [f".{output}"], [".inputSurface", ".parameterU", ".parameterV"])
 
-scene.node("buttonNormal", inputSurface=FED_SURFACE, parameterU=button_u, parameterV=button_v, turnOnPercentage=False,
+scene.node("buttonNormal", type="pointOnSurfaceInfo", inputSurface=FED_SURFACE, parameterU=button_u, parameterV=button_v, turnOnPercentage=False,
            normalizedNormal=normal)
 manifest.record("buttonNormal", "pointOnSurfaceNormalizedNormal", [".normalizedNormal"],
                 [".inputSurface", ".parameterU", ".parameterV", ".turnOnPercentage"])
-scene.node("buttonFoot", inputSurface=FED_SURFACE, parameterU=button_u, parameterV=button_v,
+scene.node("buttonFoot", type="closestPointOnSurface", inputSurface=FED_SURFACE, parameterU=button_u, parameterV=button_v,
            inPosition=add(sleeve.point(button_u, button_v), scaled(normal, 1.5)))
 manifest.record("buttonFoot", "closestPointOnSurface", [".parameterU", ".parameterV"],
                 [".inputSurface", ".inPosition"])

@@ -68,6 +68,7 @@ constexpr const char* kReport =
     "With a report (deformers are checked too, and all records, unless flags say otherwise)";
 
 constexpr const char* kUsage = "Usage: zentcheck [options] MANIFEST [RESOURCE]\n"
+                               "       zentcheck --scene FILE --make-manifest [options] MANIFEST RESOURCE\n"
                                "       zentcheck --lint [--scene FILE] MANIFEST [RESOURCE]\n"
                                "       zentcheck --list-methods [--json]\n"
                                "       zentcheck --list-resources FILE\n"
@@ -121,6 +122,17 @@ std::string Options::flagValue(const char* flag) const {
     return found == flags.end() ? "" : *(found + 1);
 }
 
+std::vector<std::string> Options::exportWords() const {
+    std::vector<std::string> words{"-output", manifest, "-resource", resource};
+    words.insert(words.end(), exportFlags.begin(), exportFlags.end());
+    for (const char* flag : {"-namespace", "-skip"}) {
+        if (has(flag)) {
+            words.insert(words.end(), {flag, flagValue(flag)});
+        }
+    }
+    return words;
+}
+
 Options parseOptions(int argc, char** argv) {
     CLI::App app("Holds node functions against the results that a manifest records.", "zentcheck");
     app.set_version_flag("--version", std::string("zentcheck ") + ZENT_VERSION, "Print the version and exit");
@@ -153,6 +165,32 @@ Options parseOptions(int argc, char** argv) {
     app.add_flag("--quiet", options.isQuiet, "No summary and no progress");
     app.add_option("--scene", options.scene, "The scene that plug names refer to, a JSON file")->type_name("FILE");
     app.add_option("--plugin", options.plugin, "The plug-in [in ../lib, beside this program]")->type_name("FILE");
+    app.add_option("--scene-resource", options.sceneResource, "The file of the scene's own geometry [RESOURCE]")
+        ->type_name("FILE");
+    CLI::Option* make =
+        app.add_flag("--make-manifest", options.makeManifest, "Write MANIFEST and RESOURCE from the scene's nodes");
+    make->group(kInsteadOfARun);
+    const auto exportFlag = [&](const char* option, const char* flag, const char* help) {
+        app.add_flag_function(
+               option, [&options, flag](std::int64_t) { options.exportFlags.emplace_back(flag); }, help)
+            ->needs(make)
+            ->group(kInsteadOfARun);
+    };
+    const auto exportOption = [&](const char* option, const char* flag, const char* value, const char* help) {
+        app.add_option_function<std::string>(
+               option,
+               [&options, flag](const std::string& text) {
+                   options.exportFlags.insert(options.exportFlags.end(), {flag, text});
+               },
+               help)
+            ->type_name(value)
+            ->needs(make)
+            ->group(kInsteadOfARun);
+    };
+    exportFlag("--selected", "-selected", "Only the nodes that the scene tells as selected");
+    exportFlag("--history", "-history", "And what is upstream of them");
+    exportOption("--methods", "-methods", "\"a;b\"", "Only these methods");
+    exportOption("--notes", "-notes", "FILE", "Write what was left out, and why, into a file, too");
     CLI::Option* lint =
         app.add_flag("--lint", options.lint, "Tell all mistakes of the manifest that show without a run");
     lint->group(kInsteadOfARun);
@@ -183,6 +221,9 @@ Options parseOptions(int argc, char** argv) {
         ->group(kInsteadOfARun);
     try {
         app.parse(argc, argv);
+        if (options.makeManifest && options.resource.empty()) {
+            throw CLI::RequiredError("RESOURCE");
+        }
         if (options.manifest.empty() && options.needsManifest()) {
             throw CLI::RequiredError("MANIFEST");
         }

@@ -27,7 +27,10 @@ struct Options {
     std::string outputs;
     bool listMethods = false; ///< tell about the methods, instead of a run
     bool asJson = false;
-    bool lint = false; ///< look for the manifest's mistakes, instead of a run
+    bool makeManifest = false;            ///< write the manifest and the resource file, instead of a run
+    std::string sceneResource;            ///< the resource file of the scene's geometry; empty for that of the manifest
+    std::vector<std::string> exportFlags; ///< those of ZentManifest
+    bool lint = false;                    ///< look for the manifest's mistakes, instead of a run
 
     bool needsManifest() const {
         return listResources.empty() && disassemble.empty() && compileExpression.empty() && !listMethods;
@@ -42,6 +45,9 @@ struct Options {
     std::string flagValue(const char* flag) const;
     /// Whether ZentReport runs, not ZentCheck.
     bool wantsReport() const { return isStrict || !results.empty(); }
+    const std::string& geometryFile() const { return sceneResource.empty() ? resource : sceneResource; }
+    /// The words of a call of ZentManifest.
+    std::vector<std::string> exportWords() const;
     /// The words of the command's call.
     std::vector<std::string> commandWords() const;
 };

@@ -20,6 +20,7 @@
 
 #include <cstdio>
 #include <exception>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <stdexcept>
@@ -73,6 +74,16 @@ Status runReport(const host::Options& options, host::Terminal& terminal) {
     return outcome.status.error() || summary.hasError ? kFailed : status;
 }
 
+/// Writes a manifest of the scene, and tells the notes.
+Status makeManifest(const host::Options& options, host::Terminal& terminal) {
+    const host::CommandOutcome outcome = runCommand(options, "ZentMayaTools", "ZentManifest", options.exportWords());
+    if (const auto* notes = std::get_if<std::string>(&outcome.result); notes != nullptr) {
+        terminal.info(notes->substr(0, notes->find_last_not_of('\n') + 1));
+    }
+    terminal.setSummary(outcome.status.error() ? "the run failed" : "written");
+    return outcome.status.error() ? kFailed : kMatched;
+}
+
 Status lintManifest(const host::Options& options) {
     std::ifstream file(options.manifest);
     if (!file.is_open()) {
@@ -83,7 +94,7 @@ Status lintManifest(const host::Options& options) {
         settings.resource = options.resource;
     }
     if (options.scene) {
-        scene::readSceneFile(*options.scene, options.resource, scene::Scene::current());
+        scene::readSceneFile(*options.scene, options.geometryFile(), scene::Scene::current());
         settings.hasScene = true;
         zent::namescope = options.flagValue("-namespace");
     }
@@ -133,10 +144,12 @@ Status run(const host::Options& options) {
     terminal.setSummary("the run failed");
     try {
         if (options.scene) {
-            scene::readSceneFile(*options.scene, options.resource, scene::Scene::current());
+            scene::readSceneFile(*options.scene, options.geometryFile(), scene::Scene::current());
             host::setSceneFile(*options.scene);
         }
-        status = options.wantsReport() ? runReport(options, terminal) : runCheck(options, terminal);
+        status = options.makeManifest    ? makeManifest(options, terminal)
+                 : options.wantsReport() ? runReport(options, terminal)
+                                         : runCheck(options, terminal);
     } catch (const std::exception& error) {
         terminal.error(error.what());
     }

@@ -1,5 +1,6 @@
 #include "zent/methods/plugName.h"
 
+#include "zent/check/CheckCall.h"
 #include "zent/values/Select.h"
 
 #include <boost/algorithm/string/classification.hpp>
@@ -37,10 +38,6 @@ bool isPart(const std::string& part) {
     return part.size() > open + 2 && part.find(']') == part.size() - 1 &&
            std::all_of(part.begin() + static_cast<std::ptrdiff_t>(open) + 1, part.end() - 1,
                        [](unsigned char letter) { return std::isdigit(letter) != 0; });
-}
-
-std::string toStd(const MString& text) {
-    return {text.asChar(), text.length()};
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // The entry points of the plug-in ZentMayaTools: one row in kCommands for each of its commands.
 #define MNoVersionString
 #define MNoPluginEntry
+#include "zent/tools/Manifest.h"
 #include "zent/tools/Report.h"
 
 #include <maya/MFnPlugin.h>
@@ -27,6 +28,7 @@ constexpr ToolCommand command() {
 }
 
 constexpr ToolCommand kCommands[] = {
+    command<zent::ZentManifest>(),
     command<zent::ZentReport>(),
 };
 

@@ -1,4 +1,4 @@
-#include "tools/ResourceWriter.h"
+#include "zent/values/ResourceWriter.h"
 
 #include "zent/math/require.h"
 

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <vector>
+
+namespace zent {
+
+/// What to write a manifest of.
+struct ExportSettings {
+    std::string manifest;
+    std::string resource;
+    std::string notes; ///< a file for the notes; empty for none
+    bool onlySelected = false;
+    bool withHistory = false;   ///< and what is upstream of what is selected
+    std::string nameSpace;      ///< only the nodes in it, by names for a check in it; empty for all nodes
+    std::set<std::string> skip; ///< methods to leave out
+    std::set<std::string> only; ///< methods to keep; empty for all
+};
+
+/// What became of an export.
+struct ExportOutcome {
+    std::size_t records = 0;
+    std::size_t nodes = 0; ///< that were looked at
+    std::string notes;     ///< records by method, what was left out and why, node types without a method
+};
+
+/// Writes a manifest of the open scene, and the resource file that it refers to. Both appear whole or not at all.
+/// Throws std::runtime_error for a file that cannot be written, or a method that does not exist.
+ExportOutcome exportManifest(const ExportSettings& settings);
+
+} // namespace zent
