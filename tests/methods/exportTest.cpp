@@ -17,7 +17,7 @@ namespace {
 constexpr const char* kMatrix = R"({"matrix": [1,0,0,0, 0,1,0,0, 0,0,1,0, 0,0,0,1]})";
 constexpr const char* kMoved = R"({"matrix": [1,0,0,0, 0,1,0,0, 0,0,1,0, 2,0,0,1]})";
 constexpr const char* kMesh = R"({"mesh": {"points": [[0,0,0],[1,0,0],[1,1,0],[0,1,0]], "polygons": [[0,1,2,3]],
-    "uvSets": {"map1": {"u": [0,1,1,0], "v": [0,0,1,1], "polygons": [[0,1,2,3]]}}}})";
+    "uvSets": {"map1": {"uvs": [[0,0],[1,0],[1,1],[0,1]], "polygons": [[0,1,2,3]]}}}})";
 constexpr const char* kCurve =
     R"({"curve": {"degree": 1, "form": "open", "knots": [0,1,2], "points": [[0,0,0],[1,0,0],[2,0,0]]}})";
 
