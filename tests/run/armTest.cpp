@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <regex>
+
 #include <filesystem>
 
 namespace zent::test {
@@ -54,6 +56,23 @@ TEST(ArmTest, TheFilesAreWhatTheScriptWrites) {
     for (const char* name : {"scene.json", "manifest.json", "faults.json", "resource.bin"}) {
         EXPECT_EQ(readFile(folder + "/" + name), readFile(kArm + name)) << name;
     }
+}
+
+TEST(ArmTest, AManifestOfItsSceneHasItsMethodsAndMatches) {
+    const std::string arm = std::string(ZENT_EXAMPLES) + "/arm";
+    const std::string scene = "--scene " + arm + "/scene.json --scene-resource " + arm + "/resource.bin ";
+    const std::string made = writeFile("made.json", "") + " " + writeFile("made.bin", "");
+    const Outcome notes = zentcheck(scene + "--make-manifest " + made);
+    EXPECT_EQ(notes.status, 0) << notes.err;
+    const std::string manifest = readFile(made.substr(0, made.find(' ')));
+    const std::regex method("\"method\": \"(\\w+)\"");
+    const std::string byHand = readFile(arm + "/manifest.json");
+    for (std::sregex_iterator name(byHand.begin(), byHand.end(), method), end; name != end; ++name) {
+        EXPECT_NE(manifest.find((*name)[0].str()), std::string::npos) << (*name)[1] << "\n" << notes.out;
+    }
+    const Outcome checked = zentcheck(scene + "--ignore-deformer false " + made);
+    EXPECT_EQ(checked.status, 0) << checked.out << checked.err;
+    EXPECT_EQ(zentcheck("--lint " + scene + made).status, 0);
 }
 
 } // namespace
