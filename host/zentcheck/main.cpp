@@ -20,7 +20,6 @@
 
 #include <cstdio>
 #include <exception>
-#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <stdexcept>
