@@ -183,7 +183,7 @@ private:
     }
 
     /// The rows of a node's type, and of the type that drives it where it takes one.
-    static std::vector<const NodeRow*> rowsOf(const SceneNode& node, const std::vector<TypeRow>& typeRows) {
+    std::vector<const NodeRow*> rowsOf(const SceneNode& node, const std::vector<TypeRow>& typeRows) {
         std::vector<const NodeRow*> rows;
         std::string driver;
         for (const TypeRow& typeRow : typeRows) {
@@ -198,8 +198,8 @@ private:
                 hasDriver = hasDriver || !typeRow.driver.empty();
             }
         }
-        if (rows.empty() && !hasDriver) {
-            throw LeftOut(driver + " has no method");
+        if (!driver.empty() && !hasDriver) { // a handle is a transform all the same
+            tell(node, node.type(), driver + " has no method");
         }
         return rows;
     }

@@ -1,0 +1,241 @@
+#include "zent/methods/Exporter.h"
+#include "zent/methods/Lint.h"
+
+#include "maya/Scene.h"
+#include "scene/sceneFile.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+
+namespace zent {
+namespace {
+
+constexpr const char* kMatrix = R"({"matrix": [1,0,0,0, 0,1,0,0, 0,0,1,0, 0,0,0,1]})";
+constexpr const char* kMoved = R"({"matrix": [1,0,0,0, 0,1,0,0, 0,0,1,0, 2,0,0,1]})";
+constexpr const char* kMesh = R"({"mesh": {"points": [[0,0,0],[1,0,0],[1,1,0],[0,1,0]], "polygons": [[0,1,2,3]],
+    "uvSets": {"map1": {"uvs": [[0,0],[1,0],[1,1],[0,1]], "polygons": [[0,1,2,3]]}}}})";
+constexpr const char* kCurve =
+    R"({"curve": {"degree": 1, "form": "open", "knots": [0,1,2], "points": [[0,0,0],[1,0,0],[2,0,0]]}})";
+
+/// Text with "M" for a matrix, "T" for one that moves, "G" for a mesh of a quad and "C" for a curve of two spans.
+json parsed(std::string text) {
+    const std::pair<const char*, const char*> words[] = {
+        {"@M", kMatrix}, {"@T", kMoved}, {"@G", kMesh}, {"@C", kCurve}};
+    for (const auto& [word, value] : words) {
+        for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at)) {
+            text.replace(at, 2, value);
+        }
+    }
+    return json::parse(text);
+}
+
+std::string readAll(const std::string& path) {
+    std::ifstream file(path);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// What an export of a scene wrote.
+struct Exported {
+    json manifest;
+    std::string notes;
+    std::size_t records(const std::string& method) const {
+        return static_cast<std::size_t>(std::count_if(manifest.begin(), manifest.end(),
+                                                      [&](const json& record) { return record["method"] == method; }));
+    }
+};
+
+class ExportTest : public testing::Test {
+protected:
+    void TearDown() override { scene::Scene::current().clear(); }
+
+    Exported exported(const json& nodes, const json& connections, ExportSettings settings = {}) {
+        const std::string folder = testing::TempDir();
+        std::ofstream(folder + "export.json") << json{{"nodes", nodes}, {"connections", connections}};
+        scene::Scene::current().clear();
+        scene::readSceneFile(folder + "export.json", "", scene::Scene::current());
+        settings.manifest = folder + "exported.json";
+        settings.resource = folder + "exported.bin";
+        const std::string notes = exportManifest(settings).notes;
+        Exported result{json::parse(readAll(settings.manifest)), notes};
+        LintSettings lintSettings;
+        lintSettings.resource = settings.resource;
+        lintSettings.hasScene = settings.nameSpace.empty();
+        for (const Mistake& mistake : lint(result.manifest, lintSettings)) {
+            ADD_FAILURE() << mistake.inWords();
+        }
+        return result;
+    }
+};
+
+/// A node that has a record, and what spoils it.
+struct Case {
+    const char* method;
+    const char* nodes;
+    const char* connections;
+    std::vector<std::pair<const char*, const char*>> spoiled; ///< a patch of the nodes, and the reason in the notes
+};
+
+const Case kCases[] = {
+    {"blendTwoAttr",
+     R"({"n": {"type": "blendTwoAttr", "input": {"multi": [1, 2]}, "attributesBlender": 0.5, "output": 1.5}})",
+     "[]",
+     {{R"({"n": {"input": {"multi": [1, 2, 3]}}})", "input has 3 elements, at most 2 count: more than two inputs"}}},
+    {"distanceBetweenTwoPoints",
+     R"({"n": {"type": "distanceBetween", "point1": [0,0,0], "point2": [1,0,0], "inMatrix1": @M, "inMatrix2": @M, "distance": 1}})",
+     "[]",
+     {{R"({"n": {"inMatrix1": @T}})", "inMatrix1 is not the identity: a matrix is set"}}},
+    {"distanceBetweenTwoMatrices",
+     R"({"n": {"type": "distanceBetween", "point1": [0,0,0], "point2": [0,0,0], "inMatrix1": @M, "inMatrix2": @M, "distance": 0}, "a": {"m": @M}})",
+     R"([["a.m", "n.inMatrix1"], ["a.m", "n.inMatrix2"]])",
+     {{R"({"n": {"point2": [0,1,0]}})", "point2 is 1, not 0: a point and a matrix"}}},
+    {"multiplyDivide3D",
+     R"({"n": {"type": "multiplyDivide", "input1": [1,2,3], "input2": [1,1,1], "operation": 1, "output": [1,2,3]}})",
+     "[]",
+     {{R"({"n": {"operation": 0}})", "operation is 0, not 1 or 2 or 3: no operation"}}},
+    {"remapValue",
+     R"({"n": {"type": "remapValue", "inputValue": 0, "inputMin": 0, "inputMax": 1, "outputMin": 0, "outputMax": 1, "outValue": 0,
+        "value": {"multi": [{"compound": {"value_Position": 1, "value_FloatValue": 1, "value_Interp": 1}}]}}})",
+     "[]",
+     {{R"({"n": {"value": {"multi": [{"compound": {"value_Position": 1, "value_FloatValue": 1, "value_Interp": 3}}]}}})",
+       "value[*].value_Interp is 3, not 1: an interpolation that is not linear"},
+      {R"({"n": {"inputMin": null}})", "it has no plug inputMin"}}},
+    {"animCurve",
+     R"({"time1": {"type": "time", "outTime": {"time": 0}}, "n": {"type": "animCurveTL", "input": {"time": 0}, "output": 1, "preInfinity": 0, "postInfinity": 4,
+        "weightedTangents": false, "keyTimeValue": {"multi": [{"compound": {"keyTime": {"time": 0}, "keyValue": 1}}]}, "keyTanInX": {"multi": [1]}, "keyTanInY": {"multi": [0]},
+        "keyTanInType": {"multi": [1]}, "keyTanOutX": {"multi": [1]}, "keyTanOutY": {"multi": [0]}, "keyTanOutType": {"multi": [1]}}})",
+     "[]",
+     {{R"({"n": {"postInfinity": 5}})", "postInfinity is 5, not 0 or 1 or 3 or 4: oscillates"},
+      {R"({"n": {"keyTanInY": null}})", "not all tangents are stored in keyTanInY: make them fixed"},
+      {R"({"time1": {"type": "other"}})", "the scene has no node that tells the time"}}},
+    {"composeMatrix",
+     R"({"n": {"type": "composeMatrix", "inputTranslate": [0,0,0], "inputRotate": [{"angle": 0},{"angle": 0},{"angle": 0}], "inputRotateOrder": 0, "inputScale": [1,1,1],
+        "inputShear": [0,0,0], "useEulerRotation": true, "outputMatrix": @M}})",
+     "[]",
+     {{R"({"n": {"useEulerRotation": false}})", "useEulerRotation is 0, not 1: it composes from a quaternion"},
+      {R"({"n": {"inputShear": [0,0.5,0]}})", "inputShear is 0.5, not 0: shear"}}},
+    {"transform",
+     R"({"|n": {"type": "transform", "translate": [0,0,0], "rotate": [{"angle": 0},{"angle": 0},{"angle": 0}], "rotateOrder": 0, "scale": [1,1,1], "shear": [0,0,0],
+        "rotatePivot": [0,0,0], "scalePivot": [0,0,0], "rotatePivotTranslate": [0,0,0], "scalePivotTranslate": [0,0,0], "rotateAxis": [{"angle": 0},{"angle": 0},{"angle": 0}], "matrix": @M}})",
+     "[]",
+     {{R"({"|n": {"rotateAxis": [{"angle": 0},{"angle": 180},{"angle": 0}]}})", "rotateAxis is 3.14159265"},
+      {R"({"|n": {"offsetParentMatrix": @T}})",
+       "offsetParentMatrix is not the identity: offsetParentMatrix is in use"}}},
+    {"worldMatrix",
+     R"({"|n": {"type": "joint", "matrix": @M, "parentMatrix": {"multi": [@M]}, "worldMatrix": {"multi": [@M]}}})",
+     "[]",
+     {{R"({"|n": {"inheritsTransform": false}})", "inheritsTransform is 0, not 1: inheritsTransform is off"},
+      {R"({"|n": {"worldMatrix": {"multi": [@M, @M]}}})",
+       "worldMatrix has 2 elements, at most 1 count: the node has several instances"}}},
+    {"quatToEuler",
+     R"({"n": {"type": "quatToEuler", "inputQuat": [0,0,0,1], "inputRotateOrder": 0, "outputRotate": [{"angle": 0},{"angle": 0},{"angle": 0}]}})",
+     "[]",
+     {{R"({"n": {"inputRotateOrder": 2}})", "inputRotateOrder is 2, not 0"}}},
+    {"pointConstraint",
+     R"({"n": {"type": "pointConstraint", "nodeState": 0, "constraintParentInverseMatrix": @M, "constraintRotatePivot": [0,0,0], "constraintRotateTranslate": [0,0,0],
+        "offset": [0,0,0], "restTranslate": [0,0,0], "constraintTranslate": [0,0,0], "enableRestPosition": false, "target": {"multi": {"4": {"compound": {"targetWeight": 1, "targetParentMatrix": @M,
+        "targetTranslate": [0,0,0], "targetRotatePivot": [0,0,0], "targetRotateTranslate": [0,0,0]}}}}}})",
+     "[]",
+     {{R"({"n": {"nodeState": 1}})", "nodeState is 1, not 0: the node is switched off"},
+      {R"({"n": {"target": {"multi": {"4": {"compound": {"targetWeight": 0}}}}}})",
+       "its weights are all 0 and enableRestPosition is off"},
+      {R"({"n": {"target": {"multi": {"4": {"compound": {"targetRotateTranslate": [0,0,1]}}}}}})",
+       "target[*].targetRotateTranslate is 1, not 0"}}},
+    {"tangentConstraint",
+     R"({"n": {"type": "tangentConstraint", "constraintParentInverseMatrix": @M, "constraintRotateOrder": 0, "constraintTranslate": [0,0,0], "aimVector": [1,0,0],
+        "upVector": [0,1,0], "worldUpType": 3, "worldUpMatrix": @M, "worldUpVector": [0,1,0], "constraintRotate": [{"angle": 0},{"angle": 0},{"angle": 0}], "target": {"multi": [{"compound": {"targetGeometry": @C}}]}}})",
+     "[]",
+     {{R"({"n": {"target": {"multi": [{"compound": {"targetGeometry": @C}}, {"compound": {"targetGeometry": @C}}]}}})",
+       "target has 2 elements, not 1: several targets"},
+      {R"({"n": {"worldUpType": 4}})", "worldUpType is 4, not 0 or 1 or 2 or 3: no world up"}}},
+    {"pairBlendRotate",
+     R"({"n": {"type": "pairBlend", "inRotate1": [{"angle": 0},{"angle": 0},{"angle": 0}], "inRotate2": [{"angle": 0},{"angle": 0},{"angle": 0}], "weight": 1, "rotInterpolation": 1,
+        "rotateOrder": 0, "outRotate": [{"angle": 0},{"angle": 0},{"angle": 0}]}})",
+     "[]",
+     {{R"({"n": {"rotateOrder": 3}})", "it blends quaternions of another rotateOrder than xyz"}}},
+    {"pointOnCurveInfo",
+     R"({"n": {"type": "pointOnCurveInfo", "inputCurve": @C, "parameter": 2, "turnOnPercentage": false, "position": [2,0,0]}})",
+     "[]",
+     {{R"({"n": {"parameter": 2.5}})", "parameter is 2.5, outside 0 to 2: nothing wraps"},
+      {R"({"n": {"turnOnPercentage": true}})", "parameter is 2, outside 0 to 1: nothing wraps"}}},
+    {"follicleRotateMesh",
+     R"({"m": {"type": "mesh", "outMesh": @G}, "n": {"type": "follicle", "inputMesh": {"mesh": null}, "parameterU": 0.25, "parameterV": 0.5, "outTranslate": [0.25,0.5,0],
+        "outRotate": [{"angle": 0},{"angle": 0},{"angle": 0}]}})",
+     R"([["m.outMesh", "n.inputMesh"]])",
+     {{R"({"n": {"parameterU": 1.5}})", "no face of the mesh is at (1.5, 0.5)"}}},
+    {"polyEdgeToCurve",
+     R"({"n": {"type": "polyEdgeToCurve", "inputPolymesh": @G, "inputComponents": {"components": ["e[0:1]"]}, "degree": 1, "conformToSmoothMeshPreview": false, "outputcurve": @C}})",
+     "[]",
+     {{R"({"n": {"conformToSmoothMeshPreview": true}})",
+       "conformToSmoothMeshPreview is 1, not 0: it may follow the smooth preview"},
+      {R"({"n": {"inputComponents": {"components": ["e[0]", "e[2]"]}}})", "its edges are no single path"},
+      {R"({"n": {"inputComponents": {"components": ["e[9]"]}}})", "the mesh has no edge 9"}}},
+    {"skinMesh",
+     R"({"n": {"type": "skinCluster", "envelope": 1, "skinningMethod": 0, "normalizeWeights": 1, "geomMatrix": @M, "matrix": {"multi": {"2": @M, "5": @M}}, "bindPreMatrix": {"multi": {"2": @M, "5": @M}},
+        "input": {"multi": [{"compound": {"inputGeometry": @G}}]}, "outputGeometry": {"multi": [@G]}, "weightList": {"multi": [{"compound": {"weights": {"multi": {"5": 1}}}}]}}})",
+     "[]",
+     {{R"({"n": {"skinningMethod": 1}})", "skinningMethod is 1, not 0: dual quaternion or blended"},
+      {R"({"n": {"bindPreMatrix": {"multi": {"5": null}}}})", "bindPreMatrix lacks an element for some influence"},
+      {R"({"n": {"weightList": {"multi": [{"compound": {"weights": {"multi": {"7": 1}}}}]}}})",
+       "point 0 has a weight of influence 7, which has no matrix"}}},
+    {"blendShapeMesh",
+     R"({"n": {"type": "blendShape", "envelope": 1, "weight": {"multi": [1]}, "input": {"multi": [{"compound": {"inputGeometry": @G}}]}, "outputGeometry": {"multi": [@G]},
+        "inputTarget": {"multi": [{"compound": {"baseWeights": {"multi": [1, 1]}, "inputTargetGroup": {"multi": [{"compound": {"inputTargetItem": {"multi": {"6000": {"compound": {"inputGeomTarget": {"mesh": null},
+        "inputPointsTarget": {"points": [[0,1,0]]}, "inputComponentsTarget": {"components": ["vtx[2]"]}}}}}}}]}}}]}}})",
+     "[]",
+     {{R"({"n": {"inputTarget": {"multi": [{"compound": {"baseWeights": {"multi": [1, 0.5]}, "inputTargetGroup": {"multi": [{"compound": {"inputTargetItem": {"multi": {}}}}]}}}]}}})",
+       "inputTarget[g].baseWeights[*] is 0.5, not 1: painted base weights"}}},
+    {"clusterFullCurve",
+     R"({"|h": {"translate": [0,0,0], "rotate": [{"angle": 0},{"angle": 0},{"angle": 0}], "rotateOrder": 0, "scale": [1,1,1], "rotatePivot": [0,0,0], "scalePivot": [0,0,0],
+        "rotatePivotTranslate": [0,0,0], "scalePivotTranslate": [0,0,0], "worldMatrix": {"multi": [@M]}}, "n": {"type": "cluster", "envelope": 1, "matrix": @M, "bindPreMatrix": @M, "angleInterpolation": 0,
+        "input": {"multi": [{"compound": {"inputGeometry": @C}}]}, "outputGeometry": {"multi": [@C]}, "weightList": {"multi": [{"compound": {"weights": {"multi": {"1": 0.5}}}}]}}})",
+     R"([["|h.worldMatrix[0]", "n.matrix"]])",
+     {{R"({"n": {"envelope": 0.5}})", "envelope is 0.5, not 1"}}},
+    {"deformBendMesh",
+     R"({"b": {"type": "deformBend", "deformerData": 0, "curvature": {"angle": 30}, "lowBound": -1, "highBound": 1}, "n": {"type": "nonLinear", "deformerData": 0, "envelope": 1, "matrix": @M,
+        "input": {"multi": [{"compound": {"inputGeometry": @G}}]}, "outputGeometry": {"multi": [@G]}}})",
+     R"([["b.deformerData", "n.deformerData"]])",
+     {{R"({"b": {"curvature": {"angle": -180}}})", "curvature is -3.14159265"},
+      {R"({"b": {"type": "deformFlare"}})", "deformFlare has no method"}}},
+    {"wireCurve",
+     R"({"n": {"type": "wire", "envelope": 1, "rotation": 0, "freezeGeometry": true, "baseWire": {"multi": [@C]}, "deformedWire": {"multi": [@C]}, "dropoffDistance": {"multi": [5]},
+        "wireLocatorParameter": {"multi": [1.5, 0.5]}, "wireLocatorTwist": {"multi": [{"angle": 0}, {"angle": 10}]}, "input": {"multi": [{"compound": {"inputGeometry": @C}}]}, "outputGeometry": {"multi": [@C]}}})",
+     "[]",
+     {{R"({"n": {"freezeGeometry": false}})", "freezeGeometry is 0, not 1: the shape at bind time is not known"},
+      {R"({"n": {"dropoffDistance": {"multi": [0]}}})",
+       "some points are 0 or more away from the wire, its dropoffDistance"}}},
+    {"ikRPsolver",
+     R"({"|a": {"type": "joint", "message": {"message": null}, "rotate": [{"angle": 0},{"angle": 0},{"angle": 0}], "jointOrient": [{"angle": 0},{"angle": 0},{"angle": 0}], "preferredAngle": [{"angle": 0},{"angle": 0},{"angle": 0}],
+        "translate": [0,0,0], "rotateOrder": 0, "scale": [1,1,1], "inverseScale": [1,1,1], "segmentScaleCompensate": true, "parentMatrix": {"multi": [@M]}}, "|a|e": {"type": "ikEffector", "translate": [1,0,0]},
+        "s": {"type": "ikRPsolver"}, "|n": {"type": "ikHandle", "ikBlend": 1, "translate": [0,0,0], "poleVector": [0,0,1], "twist": {"angle": 0}, "parentMatrix": {"multi": [@M]}, "startJoint": {"message": null}, "endEffector": {"message": null}, "ikSolver": {"message": null}}})",
+     R"([["|a.message", "|n.startJoint"], ["|a|e.message", "|n.endEffector"], ["s.message", "|n.ikSolver"]])",
+     {{R"({"|n": {"ikBlend": 0.5}})", "ikBlend is 0.5, not 1: ikBlend mixes in the joints' own rotates"},
+      {R"({"s": {"type": "ikMCsolver"}})", "ikMCsolver has no method"}}},
+    {"expression",
+     R"({"n": {"type": "expression", "input": {"multi": [2]}, "output": {"multi": [4]}, "expression": ".O[0] = .I[0] * 2;"}})",
+     "[]",
+     {{R"({"n": {"expression": ".O[0] = `pwd`;"}})", "line 1"},
+      {R"({"n": {"expression": null}})", "its text is not known"}}},
+};
+
+TEST_F(ExportTest, EachGuardLeavesOutANodeThatViolatesIt) {
+    for (const Case& row : kCases) {
+        const json nodes = parsed(row.nodes);
+        const json connections = json::parse(row.connections);
+        const Exported good = exported(nodes, connections);
+        EXPECT_EQ(good.records(row.method), 1U) << row.method << "\n" << good.notes;
+        for (const auto& [patch, reason] : row.spoiled) {
+            json spoiled = nodes;
+            spoiled.merge_patch(parsed(patch));
+            const Exported bad = exported(spoiled, connections);
+            EXPECT_EQ(bad.records(row.method), 0U) << row.method << " " << patch;
+            EXPECT_NE(bad.notes.find(reason), std::string::npos) << row.method << " " << patch << "\n" << bad.notes;
+        }
+    }
+}
+
+} // namespace
+} // namespace zent
