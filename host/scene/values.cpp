@@ -4,6 +4,7 @@
 
 #include <fmt/format.h>
 
+#include <limits>
 #include <stdexcept>
 #include <string_view>
 
@@ -14,6 +15,12 @@ void failAt(const Slot& slot, const std::string& text) {
 }
 
 double readNumber(const Slot& slot, const char* name, const Json& value) {
+    if (value == "nan") {
+        return std::numeric_limits<double>::quiet_NaN();
+    }
+    if (value == "inf" || value == "-inf") {
+        return value == "inf" ? std::numeric_limits<double>::infinity() : -std::numeric_limits<double>::infinity();
+    }
     if (!value.is_number()) {
         failAt(slot, fmt::format("\"{}\" should be a number, not {}", name, value.type_name()));
     }

@@ -41,6 +41,8 @@ std::string checkText(std::string&) {
     return "";
 }
 
+constexpr const char* kLogFolder = "-outputDirectory";
+
 /// A flag of the command, which is passed on only if the command line has it.
 struct CommandFlag {
     const char* option;
@@ -53,7 +55,7 @@ struct CommandFlag {
 
 constexpr std::array<CommandFlag, 10> kCommandFlags{{
     {"--namespace", "-namespace", "NS", checkText, "Put this namespace before every node's name"},
-    {"--output-directory", "-outputDirectory", "DIR", checkText, "Write the log into DIR/ZentCheckLog.txt"},
+    {"--output-directory", kLogFolder, "DIR", checkText, "Write the log into DIR/ZentCheckLog.txt"},
     {"--verbose", "-verbose", "N", checkLevel, "1: tell each record's start and end; 2: also its inputs [0]"},
     {"--ignore-deformer", "-ignoreDeformer", "BOOL", checkBool, "Leave out the deformers' records [true]"},
     {"--stop-on-first-error", "-stopOnFirstError", "BOOL", checkBool, "End at the first mismatch [true]"},
@@ -67,13 +69,15 @@ constexpr std::array<CommandFlag, 10> kCommandFlags{{
 constexpr const char* kReport =
     "With a report (deformers are checked too, and all records, unless flags say otherwise)";
 
-constexpr const char* kUsage = "Usage: zentcheck [options] MANIFEST [RESOURCE]\n"
-                               "       zentcheck --scene FILE --make-manifest [options] MANIFEST RESOURCE\n"
-                               "       zentcheck --lint [--scene FILE] MANIFEST [RESOURCE]\n"
-                               "       zentcheck --list-methods [--json]\n"
-                               "       zentcheck --list-resources FILE\n"
-                               "       zentcheck --disassemble FILE --block N [--constants N]\n"
-                               "       zentcheck --compile-expression FILE [--inputs \"a;b\" --outputs \"c;d\"]\n";
+constexpr const char* kUsage =
+    "Usage: zentcheck [options] MANIFEST [RESOURCE]\n"
+    "       zentcheck --scene FILE --make-manifest [options] MANIFEST RESOURCE\n"
+    "       zentcheck --lint [--scene FILE] MANIFEST [RESOURCE]\n"
+    "       zentcheck --snapshot FILE [--frames A-B] [--step X] [--scene FILE] MANIFEST [RESOURCE]\n"
+    "       zentcheck --list-methods [--json]\n"
+    "       zentcheck --list-resources FILE\n"
+    "       zentcheck --disassemble FILE --block N [--constants N]\n"
+    "       zentcheck --compile-expression FILE [--inputs \"a;b\" --outputs \"c;d\"]\n";
 constexpr const char* kInsteadOfARun = "Instead of a run";
 
 /// An option is told with its value and nothing else: the usage shows what goes together.
@@ -104,12 +108,32 @@ std::string asArgument(const std::string& path) {
 
 } // namespace
 
-std::vector<std::string> Options::commandWords() const {
+std::string Options::logFolder() const {
+    return flagValue(kLogFolder);
+}
+
+std::vector<std::string> Options::commandWords(const std::string& logFolder) const {
     std::vector<std::string> words{asArgument(manifest)};
     if (!resource.empty()) {
         words.push_back(asArgument(resource));
     }
     words.insert(words.end(), flags.begin(), flags.end());
+    const auto flag = std::find(words.begin(), words.end(), kLogFolder);
+    if (flag != words.end()) {
+        *(flag + 1) = logFolder;
+    }
+    return words;
+}
+
+std::vector<std::string> Options::snapshotWords() const {
+    std::vector<std::string> words{"-manifest", asArgument(manifest), "-output", asArgument(snapshot)};
+    const std::string nameSpace = flagValue("-namespace");
+    for (const auto& [flag, value] :
+         {std::pair<const char*, const std::string&>("-namespace", nameSpace), {"-frames", frames}, {"-step", step}}) {
+        if (!value.empty()) {
+            words.insert(words.end(), {flag, value});
+        }
+    }
     return words;
 }
 
@@ -156,14 +180,18 @@ Options parseOptions(int argc, char** argv) {
             given[i]->group(kReport);
         }
     }
-    app.add_option("--results", options.results, "Write what became of each record, as JSON Lines")
-        ->type_name("FILE")
-        ->group(kReport);
-    app.add_flag("--strict", options.isStrict,
-                 "Status 2 also where nothing ran, a method is unknown, or --skip names one that no record has")
-        ->group(kReport);
+    CLI::Option* results =
+        app.add_option("--results", options.results, "Write what became of each record, as JSON Lines")
+            ->type_name("FILE")
+            ->group(kReport);
+    CLI::Option* strict =
+        app.add_flag("--strict", options.isStrict,
+                     "Status 2 also where nothing ran, a method is unknown, or --skip names one that no record has")
+            ->group(kReport);
     app.add_flag("--quiet", options.isQuiet, "No summary and no progress");
-    app.add_option("--scene", options.scene, "The scene that plug names refer to, a JSON file")->type_name("FILE");
+    app.add_option("--scene", options.scenes, "The scene that plug names refer to, a JSON file; several run in turn")
+        ->allow_extra_args(false)
+        ->type_name("FILE");
     app.add_option("--plugin", options.plugin, "The plug-in [in ../lib, beside this program]")->type_name("FILE");
     app.add_option("--scene-resource", options.sceneResource, "The file of the scene's own geometry [RESOURCE]")
         ->type_name("FILE");
@@ -219,6 +247,24 @@ Options parseOptions(int argc, char** argv) {
         ->type_name("\"c;d\"")
         ->needs(compile)
         ->group(kInsteadOfARun);
+    CLI::Option* snapshot = app.add_option("--snapshot", options.snapshot, "Write a scene with what MANIFEST reads");
+    snapshot->type_name("FILE")
+        ->excludes(list)
+        ->excludes(disassemble)
+        ->excludes(compile)
+        ->excludes(lint)
+        ->excludes(methods)
+        ->group(kInsteadOfARun);
+    snapshot->excludes(results)->excludes(strict)->excludes(make);
+    app.add_option("--frames", options.frames, "One scene for each of these frames, such as 1-24")
+        ->type_name("A-B")
+        ->needs(snapshot)
+        ->group(kInsteadOfARun);
+    app.add_option("--step", options.step, "From one frame to the next [1]")
+        ->check(CLI::Validator(checkNumber, ""))
+        ->type_name("X")
+        ->needs(snapshot)
+        ->group(kInsteadOfARun);
     try {
         app.parse(argc, argv);
         if (options.makeManifest && options.resource.empty()) {
@@ -226,6 +272,10 @@ Options parseOptions(int argc, char** argv) {
         }
         if (options.manifest.empty() && options.needsManifest()) {
             throw CLI::RequiredError("MANIFEST");
+        }
+        if (options.scenes.size() > 1 &&
+            (!options.isRun() || !options.snapshot.empty() || options.makeManifest || options.wantsReport())) {
+            throw CLI::ValidationError("--scene", "only a check without a report takes several");
         }
         for (std::size_t i = 0; i < kCommandFlags.size(); ++i) {
             if (kCommandFlags[i].isReports && given[i]->count() > 0 && !options.wantsReport()) {
@@ -239,6 +289,9 @@ Options parseOptions(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         throw UsageExit{
             2, "", "zentcheck: " + std::string(error.what()) + "\n" + kUsage + "zentcheck --help tells the options.\n"};
+    }
+    if (!options.scenes.empty()) {
+        options.scene = options.scenes.front();
     }
     for (std::size_t i = 0; i < kCommandFlags.size(); ++i) {
         if (given[i]->count() > 0) {

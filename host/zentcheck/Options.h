@@ -11,13 +11,17 @@ namespace host {
 struct Options {
     std::string manifest;
     std::string resource;
-    std::optional<std::string> scene;
+    std::optional<std::string> scene; ///< the first
+    std::vector<std::string> scenes;
     std::optional<std::string> plugin;
     std::vector<std::string> flags; ///< the command's, as it takes them: "-verbose", "2", ...
     std::string results;            ///< the file that a report is written to
     bool isStrict = false;
     bool isQuiet = false;
-    std::vector<std::string> skipped;      ///< the methods that are left out
+    std::vector<std::string> skipped; ///< the methods that are left out
+    std::string snapshot;             ///< the scene to write, empty for none
+    std::string frames;
+    std::string step;
     std::string listResources;             ///< a resource file to tell about, instead of a run
     std::string disassemble;               ///< a resource file to show a block of, instead of a run
     unsigned int block = 0;                ///< its byte code
@@ -48,8 +52,12 @@ struct Options {
     const std::string& geometryFile() const { return sceneResource.empty() ? resource : sceneResource; }
     /// The words of a call of ZentManifest.
     std::vector<std::string> exportWords() const;
-    /// The words of the command's call.
-    std::vector<std::string> commandWords() const;
+    /// The words of the command's call, with a folder of the log that need not be the one that was asked for.
+    std::vector<std::string> commandWords(const std::string& logFolder) const;
+    /// The folder of the log, empty for none.
+    std::string logFolder() const;
+    /// The words of a call of ZentSnapshot.
+    std::vector<std::string> snapshotWords() const;
 };
 
 /// A command line that asks for nothing but a text: help, the version, or the usage after a mistake.

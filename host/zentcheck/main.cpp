@@ -16,14 +16,18 @@
 #include "zentcheck/Summary.h"
 #include "zentcheck/Terminal.h"
 
+#include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <variant>
 #include <vector>
 
@@ -41,18 +45,79 @@ host::CommandOutcome runCommand(const host::Options& options, const std::string&
     return outcome;
 }
 
-Status runCheck(const host::Options& options, host::Terminal& terminal) {
-    const host::CommandOutcome outcome = runCommand(options, "ZentMayaNodes", "ZentCheck", options.commandWords());
+/// A run with nothing to report writes no log, and an earlier run's would seem to be its own.
+void removeLog(const std::string& folder) {
+    if (!folder.empty()) {
+        std::error_code ignored;
+        std::filesystem::remove(std::filesystem::path(folder) / "ZentCheckLog.txt", ignored);
+    }
+}
+
+void openScene(const host::Options& options, const std::string& file) {
+    scene::readSceneFile(file, options.geometryFile(), scene::Scene::current());
+    host::setSceneFile(file);
+}
+
+const char* inWords(Status status) {
+    return status == kMatched ? "all records that ran matched" : status == kMismatched ? "mismatch" : "the run failed";
+}
+
+Status checkScene(const host::Options& options, const std::string& logFolder) {
+    removeLog(logFolder);
+    const host::CommandOutcome outcome =
+        runCommand(options, "ZentMayaNodes", "ZentCheck", options.commandWords(logFolder));
     const bool* matched = std::get_if<bool>(&outcome.result);
-    const Status status = outcome.status.error() || matched == nullptr ? kFailed : *matched ? kMatched : kMismatched;
-    terminal.setSummary(status == kMatched      ? "all records that ran matched"
-                        : status == kMismatched ? "mismatch"
-                                                : "the run failed");
+    return outcome.status.error() || matched == nullptr ? kFailed : *matched ? kMatched : kMismatched;
+}
+
+std::string frameOf(const scene::Scene& scene) {
+    return fmt::format("frame {}", scene.time().as(MTime::kFilm));
+}
+
+/// One scene after the other, each told with its frame and what it came to; a scene's log has a folder of its own.
+Status checkScenes(const host::Options& options, host::Terminal& terminal) {
+    Status worst = kMatched;
+    scene::Scene& scene = scene::Scene::current();
+    std::vector<std::string> lines;
+    for (const std::string& file : options.scenes) {
+        scene.clear();
+        openScene(options, file);
+        terminal.info(fmt::format("====== scene {}, {} ======", file, frameOf(scene)));
+        std::string folder = options.logFolder();
+        if (!folder.empty()) {
+            folder = (std::filesystem::path(folder) / std::filesystem::path(file).stem()).string();
+            std::filesystem::create_directories(folder);
+        }
+        const Status status = checkScene(options, folder);
+        worst = std::max(worst, status);
+        lines.push_back(fmt::format("{}: {}", frameOf(scene), inWords(status)));
+    }
+    for (const std::string& line : lines) {
+        terminal.info(line);
+    }
+    return worst;
+}
+
+Status runCheck(const host::Options& options, host::Terminal& terminal) {
+    const Status status =
+        options.scenes.size() > 1 ? checkScenes(options, terminal) : checkScene(options, options.logFolder());
+    terminal.setSummary(inWords(status));
     return status;
 }
 
+/// Writes a scene with what the manifest reads.
+Status takeSnapshot(const host::Options& options, host::Terminal& terminal) {
+    const host::CommandOutcome outcome = runCommand(options, "ZentMayaTools", "ZentSnapshot", options.snapshotWords());
+    if (outcome.status.error()) {
+        return kFailed;
+    }
+    terminal.setSummary("written");
+    return kMatched;
+}
+
 Status runReport(const host::Options& options, host::Terminal& terminal) {
-    std::vector<std::string> words = options.commandWords();
+    removeLog(options.logFolder());
+    std::vector<std::string> words = options.commandWords(options.logFolder());
     if (!options.results.empty()) {
         words.insert(words.end(), {"-results", options.results});
     }
@@ -142,13 +207,13 @@ Status run(const host::Options& options) {
     Status status = kFailed;
     terminal.setSummary("the run failed");
     try {
-        if (options.scene) {
-            scene::readSceneFile(*options.scene, options.geometryFile(), scene::Scene::current());
-            host::setSceneFile(*options.scene);
+        if (options.scenes.size() == 1) {
+            openScene(options, *options.scene);
         }
-        status = options.makeManifest    ? makeManifest(options, terminal)
-                 : options.wantsReport() ? runReport(options, terminal)
-                                         : runCheck(options, terminal);
+        status = options.makeManifest        ? makeManifest(options, terminal)
+                 : !options.snapshot.empty() ? takeSnapshot(options, terminal)
+                 : options.wantsReport()     ? runReport(options, terminal)
+                                             : runCheck(options, terminal);
     } catch (const std::exception& error) {
         terminal.error(error.what());
     }

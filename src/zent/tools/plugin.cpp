@@ -3,6 +3,7 @@
 #define MNoPluginEntry
 #include "zent/tools/Manifest.h"
 #include "zent/tools/Report.h"
+#include "zent/tools/Snapshot.h"
 
 #include <maya/MFnPlugin.h>
 
@@ -30,6 +31,7 @@ constexpr ToolCommand command() {
 constexpr ToolCommand kCommands[] = {
     command<zent::ZentManifest>(),
     command<zent::ZentReport>(),
+    command<zent::ZentSnapshot>(),
 };
 
 } // namespace

@@ -84,14 +84,6 @@ int dataType(const MPlug& plug) {
     return static_cast<int>(plug.asMDataHandle().data().apiType());
 }
 
-std::string inNamespace(std::string name) {
-    if (namescope.empty()) {
-        return name;
-    }
-    boost::algorithm::replace_all(name, "|", "|" + namescope + ":");
-    return boost::algorithm::starts_with(name, "|") ? name : namescope + ":" + name;
-}
-
 /// The plug of a top-level attribute, a null plug if the node or the attribute does not exist.
 MPlug attributePlug(const std::string& node, const std::string& attribute) {
     MSelectionList list;
@@ -163,7 +155,15 @@ MString toMaya(const std::string& text) {
     return MString(text.c_str(), static_cast<int>(text.size()));
 }
 
-MPlug selectPlug(std::string name) {
+std::string inNamespace(std::string name) {
+    if (namescope.empty()) {
+        return name;
+    }
+    boost::algorithm::replace_all(name, "|", "|" + namescope + ":");
+    return boost::algorithm::starts_with(name, "|") ? name : namescope + ":" + name;
+}
+
+MPlug findPlug(std::string name) {
     name = inNamespace(std::move(name));
     // A name with no "." stands for both the node and its attribute.
     const std::size_t dot = name.find('.');
@@ -178,9 +178,13 @@ MPlug selectPlug(std::string name) {
             descent.enter(element);
         }
     }
-    const MPlug& plug = descent.plug();
+    return descent.plug();
+}
+
+MPlug selectPlug(std::string name) {
+    const MPlug plug = findPlug(name);
     if (plug.isNull()) {
-        const std::string text = fmt::format("Cannot find plug \"{}\"", name);
+        const std::string text = fmt::format("Cannot find plug \"{}\"", inNamespace(std::move(name)));
         MGlobal::displayError(toMaya(text));
         throw std::runtime_error(text);
     }

@@ -22,6 +22,12 @@ MString toMaya(const std::string& text);
 /// The namespace that plug look-ups are prefixed with, from the command's flag; empty for none.
 extern std::string namescope;
 
+/// A name with `namescope` put before each level of its DAG path.
+std::string inNamespace(std::string name);
+
+/// What `selectPlug` finds, a null plug for nothing, without a word.
+MPlug findPlug(std::string name);
+
 /// The plug of a name such as "node.attribute[3].child", with `namescope` put before each level of its DAG path. A
 /// child that the plug does not have yields the plug itself. Throws std::runtime_error "Cannot find plug \"NAME\"", and
 /// shows the same as a Maya error.

@@ -1,0 +1,479 @@
+#include "zent/tools/SceneRecorder.h"
+
+#include "zent/values/Select.h"
+
+#include <maya/MAnimControl.h>
+#include <maya/MFnAttribute.h>
+#include <maya/MFnDagNode.h>
+#include <maya/MFnLattice.h>
+#include <maya/MFnLatticeData.h>
+#include <maya/MFnMatrixData.h>
+#include <maya/MFnMesh.h>
+#include <maya/MFnNumericData.h>
+#include <maya/MFnNurbsCurve.h>
+#include <maya/MFnNurbsSurface.h>
+#include <maya/MItDependencyNodes.h>
+#include <maya/MItMeshPolygon.h>
+#include <maya/MPlugArray.h>
+
+#include <cmath>
+#include <exception>
+#include <utility>
+
+namespace zent {
+
+namespace {
+
+using nlohmann::ordered_json;
+
+// The one method whose report walks from a plug to its source's node, and over the mesh there.
+constexpr const char* kWalkingMethod = "follicleRotateMesh";
+constexpr const char* kUvSetOfReport = "mapSetName";
+
+constexpr int kDoubleAngleAttribute = 563;
+constexpr int kFloatAngleAttribute = 564;
+constexpr int kTimeAttribute = 567;
+constexpr int kTypedAttribute = 570;
+constexpr int kFloatMatrixAttribute = 575;
+constexpr int kOtherFloatMatrixAttribute = 667;
+
+constexpr const char* kAngleUnits[] = {"", "radians", "degrees", "minutes", "seconds"};
+constexpr const char* kTimeUnits[] = {"",     "hours",    "minutes",   "seconds",  "milliseconds", "games",
+                                      "film", "palFrame", "ntscFrame", "showScan", "palField",     "ntscField"};
+constexpr const char* kForms[] = {"open", "open", "closed", "periodic"};
+
+std::string pathOf(const MObject& node) {
+    return node.hasFn(MFn::kDagNode) ? MFnDagNode(node).fullPathName().asChar()
+                                     : MFnDependencyNode(node).name().asChar();
+}
+
+std::string nameIn(const MPlug& plug, bool useAlias) {
+    const std::string path = plug.partialName(false, true, true, useAlias, false, true).asChar();
+    return path.substr(path.rfind('.') + 1);
+}
+
+std::string fullNameOf(const MPlug& plug) {
+    return pathOf(plug.node()) + "." + plug.partialName(false, true, true, false, true, true).asChar();
+}
+
+/// JSON has no word for what is no number.
+ordered_json number(double value) {
+    if (std::isnan(value)) {
+        return "nan";
+    }
+    return std::isinf(value) ? ordered_json(value > 0.0 ? "inf" : "-inf") : ordered_json(value);
+}
+
+template <class Matrix>
+ordered_json matrix(const Matrix& values) {
+    ordered_json list = ordered_json::array();
+    for (unsigned int i = 0; i < 16; ++i) {
+        list.push_back(number(static_cast<double>(values(i / 4, i % 4))));
+    }
+    return list;
+}
+
+template <class Point>
+ordered_json point(const Point& value) {
+    return {number(static_cast<double>(value.x)), number(static_cast<double>(value.y)),
+            number(static_cast<double>(value.z))};
+}
+
+template <class Array>
+ordered_json points(const Array& values) {
+    ordered_json list = ordered_json::array();
+    for (unsigned int i = 0; i < values.length(); ++i) {
+        list.push_back(point(values[i]));
+    }
+    return list;
+}
+
+ordered_json numbers(const MDoubleArray& values) {
+    ordered_json list = ordered_json::array();
+    for (unsigned int i = 0; i < values.length(); ++i) {
+        list.push_back(number(values[i]));
+    }
+    return list;
+}
+
+void addTopology(const MObject& data, ordered_json& mesh) {
+    const MFnMesh fn(data);
+    MStringArray names;
+    fn.getUVSetNames(names);
+    mesh["polygons"] = ordered_json::array();
+    mesh["uvSets"] = ordered_json::object();
+    for (unsigned int set = 0; set < names.length(); ++set) {
+        ordered_json& told = mesh["uvSets"][names[set].asChar()];
+        told = {{"uvs", ordered_json::array()}, {"polygons", ordered_json::array()}};
+        for (int i = 0; i < fn.numUVs(names[set]); ++i) {
+            float u = 0.0f;
+            float v = 0.0f;
+            fn.getUV(i, u, v, &names[set]);
+            told["uvs"].push_back({number(static_cast<double>(u)), number(static_cast<double>(v))});
+        }
+    }
+    for (MItMeshPolygon polygon(data); !polygon.isDone(); polygon.next()) {
+        MIntArray vertices;
+        polygon.getVertices(vertices);
+        mesh["polygons"].push_back(maya::std(vertices));
+        for (unsigned int set = 0; set < names.length(); ++set) {
+            ordered_json corners = ordered_json::array();
+            int uv = 0;
+            for (unsigned int i = 0; i < vertices.length() && polygon.getUVIndex(static_cast<int>(i), uv, &names[set]);
+                 ++i) {
+                corners.push_back(uv);
+            }
+            mesh["uvSets"][names[set].asChar()]["polygons"].push_back(std::move(corners));
+        }
+    }
+}
+
+ordered_json mesh(const MObject& data, bool hasTopology) {
+    MFloatPointArray list;
+    MFnMesh(data).getPoints(list, MSpace::kObject);
+    ordered_json told{{"points", points(list)}};
+    if (hasTopology) {
+        addTopology(data, told);
+    }
+    return told;
+}
+
+ordered_json curve(const MObject& data) {
+    const MFnNurbsCurve fn(data);
+    MPointArray list;
+    MDoubleArray knots;
+    fn.getCVs(list, MSpace::kObject);
+    fn.getKnots(knots);
+    return {{"degree", fn.degree()}, {"form", kForms[fn.form()]}, {"knots", numbers(knots)}, {"points", points(list)}};
+}
+
+ordered_json surface(const MObject& data) {
+    const MFnNurbsSurface fn(data);
+    MPointArray list;
+    MDoubleArray knotsU;
+    MDoubleArray knotsV;
+    fn.getCVs(list, MSpace::kObject);
+    fn.getKnotsInU(knotsU);
+    fn.getKnotsInV(knotsV);
+    return {{"degree", {fn.degreeU(), fn.degreeV()}},
+            {"form", {kForms[fn.formInU()], kForms[fn.formInV()]}},
+            {"knotsU", numbers(knotsU)},
+            {"knotsV", numbers(knotsV)},
+            {"points", points(list)}};
+}
+
+ordered_json lattice(const MObject& data) {
+    MFnLattice fn(MFnLatticeData(data).lattice());
+    unsigned int s = 0;
+    unsigned int t = 0;
+    unsigned int u = 0;
+    fn.getDivisions(s, t, u);
+    ordered_json list = ordered_json::array();
+    for (unsigned int k = 0; s * t != 0 && k < u; ++k) {
+        for (unsigned int j = 0; j < t; ++j) {
+            for (unsigned int i = 0; i < s; ++i) {
+                list.push_back(point(fn.point(i, j, k)));
+            }
+        }
+    }
+    return {{"divisions", {s, t, u}}, {"points", std::move(list)}};
+}
+
+ordered_json numeric(const MPlug& plug) {
+    const MObject object = plug.asMObject();
+    const MFnNumericData data(object);
+    double x = 0.0;
+    double y = 0.0;
+    double z = 0.0;
+    float xf = 0.0f;
+    float yf = 0.0f;
+    float zf = 0.0f;
+    switch (object.apiType()) {
+    case MFn::kData2Double:
+        data.getData2Double(x, y);
+        return {{"double2", {number(x), number(y)}}};
+    case MFn::kData3Double:
+        data.getData3Double(x, y, z);
+        return {{"double3", {number(x), number(y), number(z)}}};
+    case MFn::kData2Float:
+        data.getData2Float(xf, yf);
+        return {{"float2", {number(static_cast<double>(xf)), number(static_cast<double>(yf))}}};
+    case MFn::kData3Float:
+        data.getData3Float(xf, yf, zf);
+        return {{"float3",
+                 {number(static_cast<double>(xf)), number(static_cast<double>(yf)), number(static_cast<double>(zf))}}};
+    default:
+        return {{"number", number(plug.asDouble())}};
+    }
+}
+
+const char* kindOf(const MObject& data) {
+    switch (data.apiType()) {
+    case MFn::kNurbsCurveData:
+        return "curve";
+    case MFn::kNurbsSurfaceData:
+        return "surface";
+    case MFn::kLatticeData:
+        return "lattice";
+    default:
+        return "mesh";
+    }
+}
+
+/// The kind of geometry that would come over a plug's connections.
+const char* kindOfSource(MPlug plug) {
+    for (int step = 0; step < 1000 && plug.asMDataHandle().data().isNull() && plug.isDestination(); ++step) {
+        plug = plug.source();
+    }
+    return kindOf(plug.asMDataHandle().data());
+}
+
+/// What the elements of a multi that has none would be.
+ordered_json blank(const MPlug& multi) {
+    switch (static_cast<int>(multi.attribute().apiType())) {
+    case kDoubleAngleAttribute:
+    case kFloatAngleAttribute:
+        return {{"angle", 0}};
+    case kTimeAttribute:
+        return {{"time", 0}};
+    default:
+        return 0;
+    }
+}
+
+unsigned int childPosition(const MPlug& compound, const MPlug& child) {
+    unsigned int position = 0;
+    while (position < compound.numChildren() && compound.child(position) != child) {
+        ++position;
+    }
+    return position;
+}
+
+template <class Visit>
+void eachEntry(const nlohmann::json& record, const char* list, Visit&& visit) {
+    const auto found = record.find(list);
+    if (found == record.end() || !found->is_structured()) {
+        return;
+    }
+    for (const nlohmann::json& entry : *found) {
+        const auto name = entry.is_object() ? entry.find("name") : entry.end();
+        const auto value = name != entry.end() || !entry.is_object() ? name : entry.find("value");
+        if (value != entry.end() && value->is_string()) {
+            visit(value->get_ref<const std::string&>());
+        }
+    }
+}
+
+} // namespace
+
+void SceneRecorder::addManifest(const nlohmann::json& manifest) {
+    for (const nlohmann::json& record : manifest) {
+        if (!record.is_object()) {
+            continue; // an error of the check, with or without a scene
+        }
+        const bool walks = record.value("method", nlohmann::json()) == kWalkingMethod;
+        eachEntry(record, "arguments", [&](const std::string& name) { addName(name, walks); });
+        eachEntry(record, "results", [&](const std::string& name) {
+            addName(name, false);
+            if (walks) {
+                addName(name.substr(0, name.find('.')) + "." + kUvSetOfReport, false);
+            }
+        });
+    }
+}
+
+void SceneRecorder::addName(const std::string& name, bool asSourceMesh) {
+    if (!names_.emplace(name, asSourceMesh).second) {
+        return;
+    }
+    const MPlug plug = findPlug(name);
+    if (plug.isNull()) {
+        addNamesakes(name);
+        return;
+    }
+    Part& part = add(plug);
+    part.isWhole = true;
+    addSource(part, asSourceMesh);
+}
+
+/// A name that fits several nodes must not fit one of them alone.
+void SceneRecorder::addNamesakes(const std::string& name) {
+    const std::string node = inNamespace(name.substr(0, name.find('.')));
+    const std::string last = node.substr(node.rfind('|') + 1);
+    const std::string end = !node.empty() && node.front() == '|' ? node : "|" + node;
+    if (dagNodes_.empty()) {
+        for (MItDependencyNodes it(MFn::kDagNode); !it.isDone(); it.next()) {
+            dagNodes_.emplace(MFnDependencyNode(it.thisNode()).name().asChar(), it.thisNode());
+        }
+    }
+    const auto [first, beyond] = dagNodes_.equal_range(last);
+    for (auto namesake = first; namesake != beyond; ++namesake) {
+        const std::string path = pathOf(namesake->second);
+        if (path.size() >= end.size() && path.compare(path.size() - end.size(), end.size(), end) == 0) {
+            recordOf(namesake->second);
+        }
+    }
+}
+
+SceneRecorder::Record& SceneRecorder::recordOf(const MObject& object) {
+    const auto [found, isNew] = nodes_.try_emplace(pathOf(object));
+    Record& record = found->second;
+    if (isNew) {
+        record.node = object;
+        const MFnDependencyNode node(object);
+        for (unsigned int i = 0; i < node.attributeCount(); ++i) {
+            record.positions.emplace(MFnAttribute(node.attribute(i)).name().asChar(), i);
+        }
+    }
+    return record;
+}
+
+SceneRecorder::Part& SceneRecorder::add(const MPlug& plug) {
+    Part* part = nullptr;
+    if (plug.isElement()) {
+        part = &add(plug.array()).below[plug.logicalIndex()];
+    } else if (plug.isChild()) {
+        const MPlug parent = plug.parent();
+        part = &add(parent).below[childPosition(parent, plug)];
+    } else {
+        Record& record = recordOf(plug.node());
+        const auto position = record.positions.find(MFnAttribute(plug.attribute()).name().asChar());
+        const bool isListed = position != record.positions.end(); // every node's "message" is not
+        part = &record.attributes[isListed ? position->second : static_cast<unsigned int>(record.positions.size())];
+    }
+    part->plug = plug;
+    return *part;
+}
+
+void SceneRecorder::addSource(Part& part, bool asSourceMesh) {
+    const bool isTyped = static_cast<int>(part.plug.attribute().apiType()) == kTypedAttribute;
+    if (!isTyped || part.plug.isArray() || !part.plug.isDestination()) {
+        return;
+    }
+    const MObject data = part.plug.asMDataHandle().data();
+    part.isPlaceholder = asSourceMesh && data.apiType() == MFn::kMeshData;
+    const MPlug source = part.plug.source();
+    if (!(data.isNull() || part.isPlaceholder) ||
+        !connections_.emplace(fullNameOf(source), fullNameOf(part.plug)).second) {
+        return;
+    }
+    Part& above = add(source);
+    above.isWhole = true;
+    above.hasTopology = above.hasTopology || asSourceMesh;
+    addSource(above, asSourceMesh);
+}
+
+ordered_json SceneRecorder::toldData(const Part& part) {
+    MDataHandle handle = part.plug.asMDataHandle();
+    const MObject data = handle.data();
+    ordered_json shape;
+    switch (data.apiType()) {
+    case MFn::kMatrixData:
+        return {{"matrixData", matrix(MFnMatrixData(data).matrix())}};
+    case MFn::kStringData:
+        return {{"text", part.plug.asString().asChar()}};
+    case MFn::kMeshData:
+        shape = part.isPlaceholder ? ordered_json{{"points", ordered_json::array()}} : mesh(data, part.hasTopology);
+        break;
+    case MFn::kNurbsCurveData:
+        shape = curve(data);
+        break;
+    case MFn::kNurbsSurfaceData:
+        shape = surface(data);
+        break;
+    case MFn::kLatticeData:
+        shape = lattice(data);
+        break;
+    default:
+        return {{kindOfSource(part.plug), nullptr}};
+    }
+    shape["matrix"] = matrix(handle.geometryTransformMatrix());
+    return {{kindOf(data), std::move(shape)}};
+}
+
+ordered_json SceneRecorder::told(const Part& part) {
+    const MPlug& plug = part.plug;
+    const auto type = static_cast<int>(plug.attribute().apiType());
+    ordered_json value;
+    if (plug.isArray()) {
+        value = {{"multi", ordered_json::object()}};
+        std::map<unsigned int, Part> elements = part.below;
+        for (unsigned int i = 0; part.isWhole && i < plug.numElements(); ++i) {
+            const MPlug element = plug.elementByPhysicalIndex(i);
+            Part& known = elements[element.logicalIndex()];
+            known.plug = element;
+            known.isWhole = true;
+        }
+        for (const auto& [index, element] : elements) {
+            value["multi"][std::to_string(index)] = told(element);
+        }
+        if (elements.empty()) {
+            value["element"] = blank(plug);
+        }
+    } else if (plug.isCompound()) {
+        value = {{"compound", ordered_json::object()}};
+        std::map<unsigned int, Part> children = part.below;
+        for (unsigned int i = 0; part.isWhole && i < plug.numChildren(); ++i) {
+            children[i].plug = plug.child(i);
+            children[i].isWhole = true;
+        }
+        for (const auto& [position, child] : children) {
+            value["compound"][nameIn(child.plug, false)] = told(child);
+        }
+    } else if (type == kDoubleAngleAttribute || type == kFloatAngleAttribute) {
+        const MAngle angle = plug.asMAngle();
+        value = {{"angle", number(angle.value())}, {"unit", kAngleUnits[angle.unit()]}, {"type", type}};
+    } else if (type == kTimeAttribute) {
+        const MTime time = plug.asMTime();
+        value = {{"time", number(time.value())}, {"unit", kTimeUnits[time.unit()]}};
+    } else if (type == kTypedAttribute) {
+        value = toldData(part);
+    } else if (type == kFloatMatrixAttribute || type == kOtherFloatMatrixAttribute) {
+        value = {{"floatMatrix", matrix(plug.asMDataHandle().asFloatMatrix())}, {"type", type}};
+    } else if (type == MFn::kMatrixAttribute) {
+        value = {{"matrix", matrix(plug.asMDataHandle().asMatrix())}};
+    } else if (type == MFn::kMessageAttribute) {
+        value = {{"message", nullptr}};
+    } else {
+        value = numeric(plug);
+    }
+    if (plug.isElement()) {
+        return value;
+    }
+    const MFnAttribute attribute(plug.attribute());
+    const std::string name = attribute.name().asChar();
+    if (const std::string other = attribute.shortName().asChar(); other != name) {
+        value["short"] = other;
+    }
+    if (const std::string alias = nameIn(plug, true); alias != nameIn(plug, false)) {
+        value["alias"] = alias;
+    }
+    return value;
+}
+
+ordered_json SceneRecorder::scene() const {
+    const MTime time = MAnimControl::currentTime();
+    ordered_json file{{"time", {{"time", number(time.value())}, {"unit", kTimeUnits[time.unit()]}}},
+                      {"nodes", ordered_json::object()},
+                      {"connections", ordered_json::array()}};
+    for (const auto& [path, record] : nodes_) {
+        ordered_json& node = file["nodes"][path];
+        node = ordered_json::object();
+        if (const std::string type = MFnDependencyNode(record.node).typeName().asChar();
+            type.compare(0, 7, "unknown") != 0) {
+            node["type"] = type;
+        }
+        for (const auto& [position, part] : record.attributes) {
+            const std::string name = nameIn(part.plug, false);
+            if (static_cast<int>(part.plug.attribute().apiType()) != MFn::kMessageAttribute || name != "message") {
+                node[name == "type" ? ".type" : name] = told(part);
+            }
+        }
+    }
+    for (const auto& [source, destination] : connections_) {
+        file["connections"].push_back({source, destination});
+    }
+    return file;
+}
+
+} // namespace zent
