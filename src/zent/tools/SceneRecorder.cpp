@@ -64,6 +64,17 @@ ordered_json number(double value) {
     return std::isinf(value) ? ordered_json(value > 0.0 ? "inf" : "-inf") : ordered_json(value);
 }
 
+/// Room for as many members. Without it, growing would copy all of them, since their names cannot be moved.
+ordered_json& reserved(ordered_json& object, std::size_t count) {
+    object.get_ref<ordered_json::object_t&>().reserve(count);
+    return object;
+}
+
+/// Puts a member at the end of an object that has none of its name. The subscript would look through all members.
+ordered_json& append(ordered_json& object, std::string name, ordered_json value) {
+    return object.get_ref<ordered_json::object_t&>().emplace_back(std::move(name), std::move(value)).second;
+}
+
 template <class Matrix>
 ordered_json matrix(const Matrix& values) {
     ordered_json list = ordered_json::array();
@@ -404,8 +415,9 @@ ordered_json SceneRecorder::told(const Part& part) {
             known.plug = element;
             known.isWhole = true;
         }
+        ordered_json& list = reserved(value["multi"], elements.size());
         for (const auto& [index, element] : elements) {
-            value["multi"][std::to_string(index)] = told(element);
+            append(list, std::to_string(index), told(element));
         }
         if (elements.empty()) {
             value["element"] = blank(plug);
@@ -417,8 +429,9 @@ ordered_json SceneRecorder::told(const Part& part) {
             children[i].plug = plug.child(i);
             children[i].isWhole = true;
         }
+        ordered_json& list = reserved(value["compound"], children.size());
         for (const auto& [position, child] : children) {
-            value["compound"][nameIn(child.plug, false)] = told(child);
+            append(list, nameIn(child.plug, false), told(child));
         }
     } else if (type == kDoubleAngleAttribute || type == kFloatAngleAttribute) {
         const MAngle angle = plug.asMAngle();
@@ -438,7 +451,8 @@ ordered_json SceneRecorder::told(const Part& part) {
         value = numeric(plug);
     }
     if (plug.isElement()) {
-        return value;
+        const auto plain = value.find("number");
+        return plain != value.end() && plain->is_number() ? ordered_json(*plain) : value;
     }
     const MFnAttribute attribute(plug.attribute());
     const std::string name = attribute.name().asChar();
@@ -456,9 +470,9 @@ ordered_json SceneRecorder::scene() const {
     ordered_json file{{"time", {{"time", number(time.value())}, {"unit", kTimeUnits[time.unit()]}}},
                       {"nodes", ordered_json::object()},
                       {"connections", ordered_json::array()}};
+    ordered_json& nodes = reserved(file["nodes"], nodes_.size());
     for (const auto& [path, record] : nodes_) {
-        ordered_json& node = file["nodes"][path];
-        node = ordered_json::object();
+        ordered_json& node = reserved(append(nodes, path, ordered_json::object()), record.attributes.size() + 1);
         if (const std::string type = MFnDependencyNode(record.node).typeName().asChar();
             type.compare(0, 7, "unknown") != 0) {
             node["type"] = type;
@@ -466,7 +480,7 @@ ordered_json SceneRecorder::scene() const {
         for (const auto& [position, part] : record.attributes) {
             const std::string name = nameIn(part.plug, false);
             if (static_cast<int>(part.plug.attribute().apiType()) != MFn::kMessageAttribute || name != "message") {
-                node[name == "type" ? ".type" : name] = told(part);
+                append(node, name == "type" ? ".type" : name, told(part));
             }
         }
     }
