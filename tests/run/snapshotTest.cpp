@@ -114,6 +114,8 @@ TEST(SnapshotTest, WhatFailsFailsAlike) {
         {"--snapshot " + kept + " --frames 3-1 " + good, "frames should be such as \"1-24\""},
         {"--snapshot " + kept + " --frames 1-9 --step 0 " + good, "in steps above 0"},
         {"--snapshot " + kept + " --frames 1-9e9 " + good, "are too many"},
+        {"--snapshot " + kept + " --scene " + scene + " " + good, "only a check without a report takes several"},
+        {"--strict --scene " + scene + " " + good, "only a check without a report takes several"},
         {"--snapshot " + kept + " " + writeFile("broken.json", "["),
          "error: ZentSnapshot: [json.exception.parse_error"},
     };
