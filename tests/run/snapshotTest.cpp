@@ -109,8 +109,7 @@ TEST(SnapshotTest, WhatFailsFailsAlike) {
     const std::string kept = writeFile("kept.json", "kept");
     const std::pair<std::string, std::string> cases[] = {
         {"--snapshot " + kept + " /no/such/file", "error: ZentSnapshot: cannot open file /no/such/file\n"},
-        {"--snapshot /no/such/folder/s.json " + good,
-         "error: ZentSnapshot: cannot write file /no/such/folder/s.json\n"},
+        {"--snapshot /no/such/folder/s.json " + good, "error: ZentSnapshot: cannot write /no/such/folder/s.json\n"},
         {"--snapshot " + kept + " --frames 3-1 " + good, "frames should be such as \"1-24\""},
         {"--snapshot " + kept + " --frames 1-9 --step 0 " + good, "in steps above 0"},
         {"--snapshot " + kept + " --frames 1-9e9 " + good, "are too many"},

@@ -1,5 +1,6 @@
 #include "zent/tools/Snapshot.h"
 
+#include "zent/methods/writeWhole.h"
 #include "zent/tools/SceneRecorder.h"
 #include "zent/values/Select.h"
 
@@ -89,22 +90,6 @@ std::string fileOf(const std::string& output, double frame) {
     return path.string() + "." + fmt::format("{}", frame) + extension;
 }
 
-/// The file is there whole, or as it was.
-void write(const std::string& path, const std::string& text) {
-    const std::string temporary = path + ".part";
-    std::ofstream file(temporary, std::ios::binary);
-    file << text;
-    file.close();
-    std::error_code error;
-    if (file) {
-        std::filesystem::rename(temporary, path, error);
-    }
-    if (!file || error) {
-        std::filesystem::remove(temporary, error);
-        throw std::runtime_error("cannot write file " + path);
-    }
-}
-
 std::string sceneOf(const nlohmann::json& manifest) {
     SceneRecorder recorder;
     recorder.addManifest(manifest);
@@ -136,7 +121,7 @@ int snapshot(const MArgDatabase& database) {
     const nlohmann::json manifest = readManifest(flagText(database, kManifest));
     namescope = flagText(database, kNamespace);
     if (!database.isFlagSet(kFrames.longName)) {
-        write(output, sceneOf(manifest));
+        writeWhole(output, sceneOf(manifest));
         return 1;
     }
     double step = 1.0;
@@ -147,7 +132,7 @@ int snapshot(const MArgDatabase& database) {
     int files = 0;
     for (const double frame : framesOf(flagText(database, kFrames), step)) {
         clock.goTo(frame);
-        write(fileOf(output, frame), sceneOf(manifest));
+        writeWhole(fileOf(output, frame), sceneOf(manifest));
         ++files;
     }
     return files;
