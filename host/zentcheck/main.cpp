@@ -13,6 +13,7 @@
 #include "zent/values/Select.h"
 #include "zentcheck/Options.h"
 #include "zentcheck/Plugin.h"
+#include "zentcheck/Reports.h"
 #include "zentcheck/Summary.h"
 #include "zentcheck/Terminal.h"
 
@@ -118,10 +119,12 @@ Status takeSnapshot(const host::Options& options, host::Terminal& terminal) {
 Status runReport(const host::Options& options, host::Terminal& terminal) {
     removeLog(options.logFolder());
     std::vector<std::string> words = options.commandWords(options.logFolder());
-    if (!options.results.empty()) {
-        words.insert(words.end(), {"-results", options.results});
+    host::Reports reports(options);
+    if (!reports.results().empty()) {
+        words.insert(words.end(), {"-results", reports.results()});
     }
     const host::CommandOutcome outcome = runCommand(options, "ZentMayaTools", "ZentReport", words);
+    reports.write();
     const std::string* text = std::get_if<std::string>(&outcome.result);
     if (text == nullptr) {
         return kFailed;

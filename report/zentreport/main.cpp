@@ -1,16 +1,13 @@
 // zentreport: makes out of results files what people and programs read: a summary, JUnit XML, a page.
-#include "zentreport/junit.h"
-#include "zentreport/Page.h"
-#include "zentreport/Tally.h"
+#include "zentreport/Report.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
-#include <cerrno>
-#include <cstring>
-#include <fstream>
-#include <iostream>
-#include <optional>
+#include <algorithm>
+#include <cstdio>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -22,74 +19,6 @@ struct Options {
     std::string page;
     bool isQuiet = false;
 };
-
-/// A file that is written whole or told of.
-class Output {
-public:
-    explicit Output(const std::string& path) : path_(path), file_(path, std::ios::binary) { check(); }
-    std::ostream& stream() { return file_; }
-    void close() {
-        file_.close();
-        check();
-    }
-
-private:
-    void check() {
-        if (!file_) {
-            throw std::runtime_error("cannot write " + path_ + ": " + std::strerror(errno));
-        }
-    }
-    std::string path_;
-    std::ofstream file_;
-};
-
-void addProblem(report::FileTally& file, const std::string& text) {
-    file.problem += (file.problem.empty() ? "" : "; ") + text;
-}
-
-/// Reads a file to its end, as far as it can be read. What is wrong with it is told on the file.
-void readFile(const std::string& path, report::Tally& tally, report::JUnitWriter* junit, report::Page* page) {
-    report::FileTally file;
-    file.path = path;
-    std::ifstream in(path, std::ios::binary);
-    if (!in) {
-        addProblem(file, std::string("cannot be opened: ") + std::strerror(errno));
-    } else {
-        try {
-            zent::ResultsReader reader(in);
-            file.header = reader.header();
-            file.isRead = true;
-            zent::ResultRecord record;
-            while (reader.next(record)) {
-                file.counts.add(record);
-                file.seconds += record.seconds >= 0.0 ? record.seconds : 0.0;
-                tally.add(record);
-                if (junit != nullptr) {
-                    junit->add(record, file);
-                }
-                if (page != nullptr) {
-                    page->add(record, tally.files.size());
-                }
-            }
-            if (!reader.isComplete()) {
-                file.isInterrupted = true;
-                addProblem(file, fmt::format("the run was interrupted: {} of {} records, and no summary",
-                                             file.counts.records(), file.header.records));
-            }
-            if (reader.malformedLines() > 0) {
-                addProblem(file,
-                           fmt::format("{} malformed line{} passed over, the first is {}", reader.malformedLines(),
-                                       reader.malformedLines() == 1 ? "" : "s", reader.firstMalformed()));
-            }
-        } catch (const std::exception& error) {
-            addProblem(file, error.what());
-        }
-    }
-    if (junit != nullptr) {
-        junit->endFile(file);
-    }
-    tally.files.push_back(std::move(file));
-}
 
 void printSummary(const report::Tally& tally) {
     std::size_t width = 6;
@@ -120,39 +49,21 @@ Status statusOf(const report::Tally& tally) {
 }
 
 Status run(const Options& options) {
-    std::optional<Output> junitFile;
-    std::optional<report::JUnitWriter> junit;
-    if (!options.junit.empty()) {
-        junit.emplace(junitFile.emplace(options.junit).stream());
-    }
-    std::optional<Output> pageFile;
-    std::optional<report::Page> page;
-    if (!options.page.empty()) {
-        pageFile.emplace(options.page);
-        page.emplace();
-    }
-    report::Tally tally;
+    report::Report report(options.junit, options.page);
     for (const std::string& path : options.files) {
-        readFile(path, tally, junit ? &*junit : nullptr, page ? &*page : nullptr);
-        if (!tally.files.back().problem.empty()) {
-            fmt::print(stderr, "zentreport: {}: {}\n", path, tally.files.back().problem);
+        const report::FileTally& file = report.read(path, path);
+        if (!file.problem.empty()) {
+            fmt::print(stderr, "zentreport: {}: {}\n", path, file.problem);
         }
     }
-    if (junit) {
-        junit->end();
-        junitFile->close();
-    }
-    if (page) {
-        page->write(pageFile->stream(), tally);
-        pageFile->close();
-    }
+    report.write();
     if (!options.isQuiet) {
-        printSummary(tally);
+        printSummary(report.tally());
         if (std::fflush(stdout) != 0) {
             throw std::runtime_error("cannot write to standard output");
         }
     }
-    return statusOf(tally);
+    return statusOf(report.tally());
 }
 
 } // namespace

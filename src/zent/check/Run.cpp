@@ -189,7 +189,7 @@ unsigned Run::compareOnce(const Proxy& proxy, const Arguments& args, const std::
     if (matches) {
         return kMatch;
     }
-    return reportMismatch({-1, std::move(maya), std::move(zent), proxy.closure(args, ports)});
+    return reportMismatch({-1, std::move(maya), std::move(zent), proxy.closure(args, ports)}, args);
 }
 
 // Only a distance above the worst so far is recorded, so that a point which differs at distance 0, or by NaN, leaves
@@ -224,15 +224,15 @@ unsigned Run::comparePoints(Proxy& proxy, const Arguments& args, const std::vect
         return kMatch;
     }
     Log::println("error index: " + std::to_string(worst.errorIndex));
-    return reportMismatch(worst);
+    return reportMismatch(worst, args);
 }
 
-unsigned Run::reportMismatch(const Mismatch& mismatch) const {
+unsigned Run::reportMismatch(const Mismatch& mismatch, const Arguments& args) const {
     Log::println("closure: " + dumped(mismatch.closure));
     Log::println("maya output: " + dumped(mismatch.maya));
     Log::println("zent output: " + dumped(mismatch.zent));
     if (observer_ != nullptr) {
-        observer_->mismatch(mismatch);
+        observer_->mismatch(mismatch, args);
     }
     return kMismatch;
 }

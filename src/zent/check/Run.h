@@ -63,7 +63,7 @@ public:
     /// Each of its points, and whether it matches. The verdict is what this returns.
     virtual bool judgePoint(const PointPair& /*point*/, bool matches) { return matches; }
     /// What the log has of a mismatch by now.
-    virtual void mismatch(const Mismatch& /*mismatch*/) {}
+    virtual void mismatch(const Mismatch& /*mismatch*/, const Arguments& /*args*/) {}
     /// Whether the run goes on after a record that could not be read or evaluated, as the log tells by now.
     virtual bool survives(const std::exception& /*error*/) { return false; }
     /// Whether the run goes on.
@@ -96,7 +96,7 @@ private:
     RecordEnd fail(const std::string& node, const std::string& method, const std::exception& error);
     unsigned compareOnce(const Proxy& proxy, const Arguments& args, const std::vector<Port>& ports) const;
     unsigned comparePoints(Proxy& proxy, const Arguments& args, const std::vector<Port>& ports) const;
-    unsigned reportMismatch(const Mismatch& mismatch) const;
+    unsigned reportMismatch(const Mismatch& mismatch, const Arguments& args) const;
 
     Registry& registry_;
     RunSettings settings_;

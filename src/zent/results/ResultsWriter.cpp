@@ -215,7 +215,9 @@ void ResultsWriter::write(const RecordLine& record) {
     }
     putJson(line_, "maya", record.maya);
     putJson(line_, "zent", record.zent);
+    putJson(line_, "inputs", record.inputs);
     putJson(line_, "closure", record.closure);
+    putJson(line_, "samples", record.samples);
     if (record.shapes != nullptr) {
         putKey(line_, "shapes");
         put(line_, dumped(shapesJson(*record.shapes)));

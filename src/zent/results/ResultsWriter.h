@@ -42,7 +42,9 @@ struct RecordLine {
     int point = -1;
     const nlohmann::json* maya = nullptr;
     const nlohmann::json* zent = nullptr;
+    const nlohmann::json* inputs = nullptr;
     const nlohmann::json* closure = nullptr;
+    const nlohmann::json* samples = nullptr;
     const ShapeLine* shapes = nullptr;
 };
 

@@ -1,6 +1,7 @@
 #include "zent/tools/ReportObserver.h"
 
 #include "zent/check/Check.h"
+#include "zent/tools/inputs.h"
 #include "zent/values/nearestName.h"
 #include "zent/values/Port.h"
 
@@ -62,6 +63,8 @@ void ReportObserver::beginRecord(const std::string& node, const std::string& met
     statistics_.clear();
     mismatch_.reset();
     shapes_.reset();
+    inputs_ = nullptr;
+    samples_ = nullptr;
     const std::uint64_t index = line_.index;
     line_ = RecordLine();
     line_.index = index;
@@ -103,11 +106,18 @@ bool ReportObserver::judgePoint(const PointPair& point, bool matches) {
     return matches;
 }
 
-void ReportObserver::mismatch(const Mismatch& mismatch) {
+void ReportObserver::mismatch(const Mismatch& mismatch, const Arguments& args) {
     if (!writer_.isOpen()) {
         return;
     }
     mismatch_ = mismatch;
+    if (!shapes_ || !mismatch.closure.contains("inputs")) { // a deformer's closure has those of its worst point
+        inputs_ = inputsOf(method_, args);
+    }
+    if (method_ == "animCurve" && sampled_ < kMostSampled) {
+        ++sampled_;
+        samples_ = samplesOf(args);
+    }
     if (shapes_ && keepsPoints_) {
         completeShapes();
     }
@@ -171,6 +181,8 @@ bool ReportObserver::endRecord(RecordEnd end) {
         line_.maya = &mismatch_->maya;
         line_.zent = &mismatch_->zent;
         line_.closure = &mismatch_->closure;
+        line_.inputs = inputs_.is_null() ? nullptr : &inputs_;
+        line_.samples = samples_.is_null() ? nullptr : &samples_;
         line_.shapes = shapes_ ? &*shapes_ : nullptr;
     }
     writer_.write(line_);

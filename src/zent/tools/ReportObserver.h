@@ -33,7 +33,7 @@ public:
     bool judge(const json& maya, const json& zent, bool matches) override;
     void beginPoints(const PointWalk& walk, const std::vector<Port>& ports) override;
     bool judgePoint(const PointPair& point, bool matches) override;
-    void mismatch(const Mismatch& mismatch) override;
+    void mismatch(const Mismatch& mismatch, const Arguments& args) override;
     bool survives(const std::exception& error) override;
     bool endRecord(RecordEnd end) override;
 
@@ -41,10 +41,13 @@ private:
     void completeShapes();
     const std::string& nearestMethod(const std::string& method);
 
+    static constexpr std::size_t kMostSampled = 1000; ///< records; a page shows no more
+
     const ReportSettings settings_;
     ResultsWriter& writer_;
     ResultsSummary summary_;
     std::unordered_map<std::string, std::string> nearest_; ///< of the unknown methods so far
+    std::size_t sampled_ = 0;
 
     // The present record.
     RecordLine line_; ///< its index is the number of records so far
@@ -54,6 +57,8 @@ private:
     std::vector<Statistics> statistics_;
     std::optional<Mismatch> mismatch_;
     std::optional<ShapeLine> shapes_;
+    json inputs_;
+    json samples_;
     bool keepsPoints_ = false;
     const std::vector<Port>* ports_ = nullptr; ///< until the record is compared
     Clock::time_point start_;

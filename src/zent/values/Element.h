@@ -82,6 +82,9 @@ public:
     /// The first two logical indices, the key of an in-between item or of a pose's element.
     std::pair<unsigned int, unsigned int> indexPair() const { return {index(0), index(1)}; }
 
+    /// As the manifest has it.
+    const json& value() const { return value_; }
+
     Place place() const { return place_; }
 
     /// The one storage of resource blocks: made at first need, never freed.
