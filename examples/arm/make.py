@@ -528,6 +528,8 @@ def radius(x):
 rings = [(-2 + 60 * ring / (RINGS - 1), 2 * pi * i / AROUND) for ring in range(RINGS) for i in range(AROUND)]
 tube = [[x, radius(x) * sin(a), radius(x) * cos(a)] for x, a in rings]
 points = [point_by(p, along_arm) for p in tube]
+tube_faces = [[ring + i, ring + (i + 1) % AROUND, ring + AROUND + (i + 1) % AROUND, ring + AROUND + i]
+              for ring in range(0, (RINGS - 1) * AROUND, AROUND) for i in range(AROUND)]
 
 # Blend shape: target 0 swells the biceps (deltas of some points), target 1 flattens the wrist (a whole shape, masked).
 deltas = {i: vector_by([0, 0, 1.8 * sin(pi * (x - 5) / 17) * cos(a)], along_arm)
@@ -545,10 +547,13 @@ def mesh(points):
 FED_MESH = {"mesh": None}
 
 
-def deformer(name, kind, source, result, **attributes):
+def deformer(name, kind, source, result, polygons=None, **attributes):
     """A deformer of a mesh, fed by the deformer before it."""
+    output = mesh(result)
+    if polygons:
+        output = {"mesh": dict(output["mesh"], polygons=polygons)}
     scene.node(name, type=kind, envelope=1, input=multi({"compound": {"inputGeometry": Fed(source, FED_MESH)}}),
-               outputGeometry=multi(mesh(result)), **attributes)
+               outputGeometry=multi(output), **attributes)
 
 
 scene.node("|armMesh|armBound", type="mesh", outMesh=mesh(points))
@@ -636,8 +641,8 @@ def skin_record(name, method, weights):
 
 
 arm_weights = skin_weights([x for x, _ in rings])
-deformer("armSkin", "skinCluster", "armBulges.outputGeometry[0]", skinned(latticed, arm_weights, IDENTITY), geomMatrix=matrix(),
-         weightList=weight_list(arm_weights), normalizeWeights=1, skinningMethod=0,
+deformer("armSkin", "skinCluster", "armBulges.outputGeometry[0]", skinned(latticed, arm_weights, IDENTITY), tube_faces,
+         geomMatrix=matrix(), weightList=weight_list(arm_weights), normalizeWeights=1, skinningMethod=0,
          **JOINTS)
 manifest.record(*skin_record("armSkin", "skinMesh", resource.skin_weights(arm_weights)))
 

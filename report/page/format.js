@@ -12,6 +12,11 @@ function toNumber(value) {
   return value === "Infinity" ? Infinity : value === "-Infinity" ? -Infinity : NaN;
 }
 
+/** "62,200": a large number of three digits that count. */
+function grouped(value) {
+  return value >= 1e4 && value < 1e9 ? Number(value.toPrecision(3)).toLocaleString("en") : short(value, 3);
+}
+
 /** As few digits as tell it. */
 function short(value, digits = 4) {
   if (!Number.isFinite(value)) {

@@ -141,9 +141,8 @@ function inputsView(place, record) {
         make(
           "dd",
           {},
-          input.block === undefined
-            ? valueView(input.type || "", input.value)
-            : `block ${input.block} of the resource file`
+          input.value !== undefined ? valueView(input.type || "", input.value) : "",
+          input.block !== undefined ? `block ${[].concat(input.block).join(", ")} of the resource file` : ""
         )
       ])
     )

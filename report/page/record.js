@@ -269,7 +269,7 @@ function leadOf(row) {
     return (
       `${rows.output[row]} is off by ${withUnit(value, unitOf(row))}` +
       (outcome === "mismatch"
-        ? `, ${times >= 1 ? `${short(times, 3)} times ` : "within "}the tolerance`
+        ? `, ${times >= 1 ? `${grouped(times)} times ` : "within "}the tolerance`
         : ", within the tolerance") +
       (rows.count[row] > 1
         ? `; ${rows.over[row].toLocaleString("en")} of ${plural(rows.count[row], "value")} over it.`

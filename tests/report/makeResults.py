@@ -6,9 +6,7 @@
 import base64
 import json
 import math
-import re
 import struct
-import subprocess
 import sys
 
 TOLERANCE = 0.001
@@ -174,33 +172,6 @@ def many(count):
             record.update({"maya": [{"name": "output", "type": "Float", "value": 1.0}],
                            "zent": [{"type": "Float", "value": 1.0 + error}], "closure": {"node": "x"}})
         yield record
-
-
-def faults(zentcheck, arm):
-    """The records of a run over the example's faults, out of its log. (Of a deformer, the log has one point.)"""
-    log = subprocess.run([zentcheck, "--scene", "scene.json", "--ignore-deformer", "false", "--stop-on-first-error", "false",
-                          "--verbose", "1", "faults.json", "resource.bin"], cwd=arm, capture_output=True, text=True,
-                         check=False).stdout
-    record = {}
-    for line in log.splitlines():
-        started = re.match(r"====== start running (.*)\((.*)\) =====$", line)
-        if started:
-            record = {"node": started[1], "method": started[2], "outcome": "match", "seconds": 1e-5}
-        for start, key in (("error index: ", "point"), ("closure: ", "closure"), ("maya output: ", "maya"),
-                           ("zent output: ", "zent")):
-            if line.startswith(start):
-                record[key] = json.loads(line[len(start):])
-                record["outcome"] = "mismatch"
-        if line.startswith("====== end running"):
-            record["statistics"] = []
-            for maya, zent in zip(record.get("maya", []), record.get("zent", [])):
-                a, b = ([v["value"]] if maya["type"] == "Float" else v["value"] for v in (maya, zent))
-                unit = {"Euler": "degrees", "Vertex": "distance"}.get(maya["type"], "value")
-                off = [math.dist(a, b)] if unit == "distance" else [abs(x - y) for x, y in zip(a, b)]
-                limit = math.degrees(TOLERANCE) if unit == "degrees" else TOLERANCE
-                record["statistics"].append(statistics(maya["name"], maya["type"], unit,
-                                                       [max(off)] if unit == "degrees" else off, limit=limit))
-            yield record
 
 
 def write(path, records, count=None):

@@ -1,4 +1,4 @@
-"""Opens the page in Chromium: pageTest.py ZENTREPORT [--screenshots FOLDER]; zentcheck lies beside it.
+"""Opens the page in Chromium: pageTest.py ZENTREPORT [--screenshots FOLDER] [--picture FILE]; zentcheck lies beside it.
 
 Every test ends with a look at the browser's console: nothing may have gone wrong there."""
 import pathlib
@@ -19,6 +19,7 @@ import makeResults
 PROGRAM = ""
 ARM = pathlib.Path(__file__).resolve().parents[2] / "examples" / "arm"
 SCREENSHOTS = None
+PICTURE = None
 
 # How much of a canvas is not its background, and how much of it has a heat's colour: much red, little blue.
 READ_CANVAS = """
@@ -58,10 +59,11 @@ class Page(unittest.TestCase):
         makeResults.write(root / "pictures", makeResults.pictures())
         makeResults.write(root / "many", makeResults.many(100000), 100000)
         makeResults.write(root / "more", makeResults.many(20), 20)
-        makeResults.write(root / "faults", makeResults.faults(pathlib.Path(PROGRAM).with_name("zentcheck"), ARM))
         cls.make_page("pictures", "pictures")
         cls.make_page("many", "many")
-        cls.make_page("faults", "faults")
+        subprocess.run([pathlib.Path(PROGRAM).with_name("zentcheck"), "--quiet", "--scene", "scene.json", "--report",
+                        root / "faults.html", "faults.json", "resource.bin"],
+                       cwd=ARM, stdout=subprocess.DEVNULL, timeout=60, check=False)
         cls.make_page("both", "pictures", "more")
 
     @classmethod
@@ -118,7 +120,11 @@ class Page(unittest.TestCase):
         self.assertEqual(self.nodes()[:3], ["armSkin", "wristTurns", "reachRatio"])
         self.assertEqual(self.one("#counts [data-outcome='mismatch']").text, "✕3 mismatch")
         self.assertIn("armSkin", self.record())
-        self.one("#body tr[data-row='1']").click()
+        self.assertIn("1 of 180 values over it", self.one("#record").text)
+        self.assertGreater(self.canvas()[0], 0.05)  # faces, not points alone
+        if PICTURE:
+            self.browser.save_screenshot(PICTURE)
+        self.one("#body tr[data-row='2']").click()
         self.assertIn("wristTurns", self.record())
         self.assertIn("constraintRotate is off by 33.8°", self.one("#record").text)
         self.assertGreater(self.canvas()[0], 0.005)
@@ -228,8 +234,11 @@ class Page(unittest.TestCase):
 
 if __name__ == "__main__":
     PROGRAM = str(pathlib.Path(sys.argv.pop(1)).resolve())
-    if "--screenshots" in sys.argv:
-        at = sys.argv.index("--screenshots")
-        SCREENSHOTS = sys.argv[at + 1]
-        del sys.argv[at:at + 2]
+    paths = {}
+    for option in ("--screenshots", "--picture"):
+        if option in sys.argv:
+            at = sys.argv.index(option)
+            paths[option] = sys.argv[at + 1]
+            del sys.argv[at:at + 2]
+    SCREENSHOTS, PICTURE = paths.get("--screenshots"), paths.get("--picture")
     unittest.main()
