@@ -184,6 +184,11 @@ Options parseOptions(int argc, char** argv) {
         app.add_option("--results", options.results, "Write what became of each record, as JSON Lines")
             ->type_name("FILE")
             ->group(kReport);
+    CLI::Option* junit =
+        app.add_option("--junit", options.junit, "Write JUnit XML, for CI servers")->type_name("FILE")->group(kReport);
+    CLI::Option* page = app.add_option("--report", options.page, "Write a page with pictures, for a browser")
+                            ->type_name("FILE")
+                            ->group(kReport);
     CLI::Option* strict =
         app.add_flag("--strict", options.isStrict,
                      "Status 2 also where nothing ran, a method is unknown, or --skip names one that no record has")
@@ -255,7 +260,7 @@ Options parseOptions(int argc, char** argv) {
         ->excludes(lint)
         ->excludes(methods)
         ->group(kInsteadOfARun);
-    snapshot->excludes(results)->excludes(strict)->excludes(make);
+    snapshot->excludes(results)->excludes(junit)->excludes(page)->excludes(strict)->excludes(make);
     app.add_option("--frames", options.frames, "One scene for each of these frames, such as 1-24")
         ->type_name("A-B")
         ->needs(snapshot)
@@ -279,7 +284,8 @@ Options parseOptions(int argc, char** argv) {
         }
         for (std::size_t i = 0; i < kCommandFlags.size(); ++i) {
             if (kCommandFlags[i].isReports && given[i]->count() > 0 && !options.wantsReport()) {
-                throw CLI::ValidationError(kCommandFlags[i].option, "only goes with --results or --strict");
+                throw CLI::ValidationError(kCommandFlags[i].option,
+                                           "only goes with --results, --junit, --report or --strict");
             }
         }
     } catch (const CLI::CallForHelp&) {

@@ -15,7 +15,9 @@ struct Options {
     std::vector<std::string> scenes;
     std::optional<std::string> plugin;
     std::vector<std::string> flags; ///< the command's, as it takes them: "-verbose", "2", ...
-    std::string results;            ///< the file that a report is written to
+    std::string results;            ///< files that a report is written to; any of them, and isStrict, asks for one
+    std::string junit;
+    std::string page;
     bool isStrict = false;
     bool isQuiet = false;
     std::vector<std::string> skipped; ///< the methods that are left out
@@ -48,7 +50,7 @@ struct Options {
     /// The value of one of the command's flags, empty if it is not given.
     std::string flagValue(const char* flag) const;
     /// Whether ZentReport runs, not ZentCheck.
-    bool wantsReport() const { return isStrict || !results.empty(); }
+    bool wantsReport() const { return isStrict || !results.empty() || !junit.empty() || !page.empty(); }
     const std::string& geometryFile() const { return sceneResource.empty() ? resource : sceneResource; }
     /// The words of a call of ZentManifest.
     std::vector<std::string> exportWords() const;

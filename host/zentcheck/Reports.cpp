@@ -7,6 +7,8 @@
 #include <cstring>
 #include <filesystem>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 namespace host {
 
@@ -24,7 +26,9 @@ std::string temporaryFile() {
 
 /// A report in place of a file that the run reads or writes would end that file.
 void requireOther(const std::string& path, const Options& options) {
-    for (const std::string& other : {options.manifest, options.resource, options.scene.value_or(""), options.results}) {
+    std::vector<std::string> others{options.manifest, options.resource, options.results};
+    others.insert(others.end(), options.scenes.begin(), options.scenes.end());
+    for (const std::string& other : others) {
         std::error_code ignored;
         if (!path.empty() && !other.empty() && (path == other || std::filesystem::equivalent(path, other, ignored))) {
             throw std::runtime_error("report " + path + " would overwrite " + other);

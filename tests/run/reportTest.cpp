@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <map>
 
 namespace zent::test {
 namespace {
@@ -121,10 +122,89 @@ TEST_F(ReportTest, AShapeThatMismatchesIsWrittenOut) {
     // base64
     EXPECT_EQ(point("maya"), "HtYQQofl+EKsMo/A");
     EXPECT_EQ(point("zent"), "JEpcQsk9N0MnkUHB");
-    EXPECT_FALSE(shapes.contains("polygons")); // this mesh is a block of the resource file, which has no faces
+    // 14 rings of 12 quads, of 4-byte integers; the first face is 0, 1, 13, 12.
+    const json& polygons = shapes["polygons"];
+    EXPECT_EQ(polygons["counts"].get<std::string>().size(), 14U * 12U * 4U / 3U * 4U);
+    EXPECT_EQ(polygons["vertices"].get<std::string>().substr(0, 22), "AAAAAAEAAAANAAAADAAAAA");
 
     report("--points 179 " + arm);
     EXPECT_EQ(lines.at(4)["shapes"], json({{"kind", "mesh"}, {"count", 180}, {"omitted", true}}));
+}
+
+TEST_F(ReportTest, TellsTheInputsByName) {
+    const std::string arm = "--scene " + kArm + "scene.json " + kArm + "faults.json " + kArm + "resource.bin";
+    report(arm);
+    std::map<std::string, json> inputs;
+    for (const json& input : lines.at(3)["inputs"]) { // an orientConstraint
+        inputs[input["name"]] = input;
+    }
+    EXPECT_EQ(inputs["offset"]["type"], "Euler");
+    EXPECT_EQ(inputs["offset"]["plug"], "wristTurns.offset");
+    EXPECT_EQ(inputs["constraintRotateOrder"],
+              json({{"name", "constraintRotateOrder"}, {"type", "Int"}, {"value", 0}}));
+    EXPECT_EQ(inputs["targetWeight"]["plug"], json({"wristTurns.elbowW0", "wristTurns.handControlW1"}));
+    EXPECT_EQ(inputs["targetWeight"]["value"].size(), 2U);
+    EXPECT_EQ(lines.at(2)["inputs"][0]["name"], "input1X"); // the channel of its plug
+    EXPECT_FALSE(lines.at(4).contains("inputs"));           // a deformer's closure has its worst point's
+}
+
+TEST_F(ReportTest, SamplesACurveAroundItsInput) {
+    std::string arguments = R"({"attribute": 0, "value": 12})";
+    const auto add = [&arguments](int attribute, const std::vector<std::string>& values) {
+        for (const std::string& value : values) {
+            arguments += R"(, {"attribute": )" + std::to_string(attribute) + R"(, "value": )" + value + "}";
+        }
+    };
+    add(1, {"0", "10", "20", "30", "40"});
+    add(2, {"0", "10", "50", "20", "0"});
+    for (const int tangents : {3, 4, 6, 7}) {
+        add(tangents, {"1", "1", "1", "1", "1"});
+    }
+    for (const int types : {5, 8}) {
+        add(types, {"2", "2", "2", "2", "2"}); // straight from key to key
+    }
+    add(9, {"0"});
+    add(10, {"0"});
+    add(11, {"false"});
+    report(writeFile("curve.json", R"([{"node_name": "c", "method": "animCurve", "results": [{"attribute": 0,
+        "value": 17}], "arguments": [)" +
+                                       arguments + "]}]"));
+    const json& samples = lines.at(1)["samples"];
+    EXPECT_EQ(samples["at"], 12);
+    EXPECT_EQ(samples["keys"], json({{0, 0}, {10, 10}, {20, 50}, {30, 20}}));
+    double last = -3.1;
+    for (const json& point : samples["points"]) {
+        const double x = point[0];
+        const double y = x < 0    ? 0
+                         : x < 10 ? x
+                         : x < 20 ? 10 + 4 * (x - 10)
+                         : x < 30 ? 50 - 3 * (x - 20)
+                                  : 20 - 2 * (x - 30);
+        EXPECT_NEAR(point[1].get<double>(), y, 1e-4) << x;
+        EXPECT_LT(x - last, 0.2);
+        EXPECT_GT(x, last);
+        last = x;
+    }
+    EXPECT_NEAR(last, 33, 1e-4);
+}
+
+TEST_F(ReportTest, WritesJUnitAndThePage) {
+    const std::string manifest = write({record("5"), record("6"), record("5", "clmap")});
+    const std::string folder = std::filesystem::path(manifest).parent_path();
+    const std::string files = "--junit " + folder + "/j.xml --report " + folder + "/p.html ";
+    const Outcome outcome = run("TMPDIR=" + folder + " " + std::string(ZENTCHECK) + " " + files + manifest);
+    EXPECT_EQ(outcome.status, 1);
+    const std::string junit = readFile(folder + "/j.xml");
+    EXPECT_NE(junit.find("tests=\"3\" failures=\"1\" errors=\"0\" skipped=\"1\""), std::string::npos) << junit;
+    EXPECT_NE(junit.find(manifest), std::string::npos); // there is no results file to name
+    EXPECT_NE(readFile(folder + "/p.html").find(R"("method":"addDoubleLinear")"), std::string::npos);
+    for (const auto& file : std::filesystem::directory_iterator(folder)) {
+        EXPECT_EQ(file.path().string().find("zentcheck-"), std::string::npos); // the temporary results
+    }
+    EXPECT_EQ(zentcheck("--report " + manifest + " " + manifest).status, 2);
+    EXPECT_FALSE(readFile(manifest).empty());
+    EXPECT_EQ(zentcheck("--junit /dev/full " + manifest).status, 2);
+    EXPECT_EQ(zentcheck("--report /no/such/folder/page.html " + manifest).status, 2);
 }
 
 TEST_F(ReportTest, AFileThatCannotBeWrittenIsToldAndTheLogIsWhole) {
