@@ -1,6 +1,9 @@
 #include "zent/nodes/pointConstraint.h"
+#include "zent/version.h"
 
 #include <cstdio>
+
+static_assert(ZENT_VERSION_MAJOR == 1);
 
 int main() {
     const zent::mat4 identity(1.0f);

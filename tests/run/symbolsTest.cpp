@@ -2,6 +2,8 @@
 
 #include <array>
 #include <cstdio>
+#include <set>
+#include <sstream>
 #include <string>
 
 namespace zent::test {
@@ -26,6 +28,22 @@ TEST(SymbolsTest, APlugInExportsItsEntryPointsAndNothingElse) {
                   "MApiVersion\n_Z16initializePlugin7MObject\n_Z18uninitializePlugin7MObject\n")
             << name;
         EXPECT_NE(outputOf("readelf -d " + path).find("soname: [" + name + "]"), std::string::npos) << name;
+    }
+}
+
+// A studio's machine has no other library; the stand-in goes by a name that is not Maya's.
+TEST(SymbolsTest, APlugInNeedsTheRuntimeAndMayasApiAlone) {
+    for (const std::string name : {"ZentMayaNodes", "ZentMayaTools"}) {
+        const std::string path = std::string(ZENT_PLUGIN_FOLDER) + "/" + name + ".so";
+        const std::string needed = outputOf("readelf -d " + path + " | sed -n 's/.*(NEEDED).*\\[\\(.*\\)\\]/\\1/p'");
+        EXPECT_NE(needed.find("libzent_openmaya.so\n"), std::string::npos) << name << needed;
+        std::istringstream lines(needed);
+        for (std::string library; std::getline(lines, library);) {
+            const std::string stem = library.substr(0, library.find(".so"));
+            const std::set<std::string> known{"libc",    "libm",    "libstdc++", "libgcc_s", "libzent_openmaya",
+                                              "libasan", "libubsan"}; // the last two in a build with the sanitizers
+            EXPECT_TRUE(known.count(stem) == 1 || stem == "ld-linux-x86-64") << name << " needs " << library;
+        }
     }
 }
 
