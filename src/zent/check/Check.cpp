@@ -43,12 +43,15 @@ MStatus ZentCheck::doIt(const MArgList& args) {
         return MStatus::kFailure;
     }
     try {
-        json manifest = readManifest(file);
+        Manifest manifest(file);
         MString resourcePath;
         database.getCommandArgument(1, resourcePath);
         Element::storage().load(toStd(resourcePath));
         readCheckFlags(database, settings_);
-        setResult(check(std::move(manifest)));
+        MayaProgress progress(manifest.size());
+        Run run(sProxies, settings_, mayaDisplay(&progress));
+        manifest.forEach([&run](json&& record) { return run.next(std::move(record)); });
+        setResult(run.end());
     } catch (const std::exception& error) {
         MGlobal::displayError(error.what());
         teardown();
@@ -59,8 +62,7 @@ MStatus ZentCheck::doIt(const MArgList& args) {
 }
 
 bool ZentCheck::check(json manifest) {
-    MayaProgress progress(manifest.size());
-    return Run(sProxies, settings_, mayaDisplay(&progress)).check(std::move(manifest));
+    return Run(sProxies, settings_, mayaDisplay()).check(std::move(manifest));
 }
 
 unsigned ZentCheck::checkSingle(json record) {

@@ -163,7 +163,7 @@ std::string dumped(const json& value) {
 }
 
 /// The run: its summary.
-json run(const Call& call, json&& manifest, ResultsWriter& writer) {
+json run(const Call& call, Manifest& manifest, ResultsWriter& writer) {
     const auto start = ReportObserver::Clock::now();
     const std::size_t records = manifest.size();
     if (!call.results.empty()) {
@@ -172,7 +172,9 @@ json run(const Call& call, json&& manifest, ResultsWriter& writer) {
     }
     ReportObserver observer(call.report, writer);
     MayaProgress progress(records);
-    Run(ZentCheck::sProxies, call.run, mayaDisplay(&progress), &observer).check(std::move(manifest));
+    Run checks(ZentCheck::sProxies, call.run, mayaDisplay(&progress), &observer);
+    manifest.forEach([&checks](json&& record) { return checks.next(std::move(record)); });
+    checks.end();
     const std::chrono::duration<double> duration = ReportObserver::Clock::now() - start;
     json summary = observer.summary().json(observer.records() < records, duration.count());
     writer.write(dumped({{"summary", summary}}));
@@ -213,13 +215,13 @@ MStatus ZentReport::doIt(const MArgList& args) {
         Call call{toStd(path), toStd(resource), {}, {}, {}};
         call.run.ignoreDeformer = false;
         call.run.stopOnFirstError = false;
-        json manifest = readManifest(file);
+        Manifest manifest(file);
         Element::storage().load(call.resource);
         readCheckFlags(database, call.run);
         readReportFlags(database, call);
         call.flags = givenFlags(database);
         ResultsWriter writer;
-        setResult(toMaya(dumped(run(call, std::move(manifest), writer))));
+        setResult(toMaya(dumped(run(call, manifest, writer))));
         if (!writer.close()) {
             throw std::runtime_error(writer.problem());
         }
