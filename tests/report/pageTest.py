@@ -125,7 +125,7 @@ class Page(unittest.TestCase):
         self.assertGreater(self.canvas()[0], 0.02)
         if PICTURE:
             self.browser.save_screenshot(PICTURE)
-        self.one("#body tr[data-row='2']").click()
+        self.one("#body tr[data-row='1']").click()
         self.assertIn("wristTurns", self.record())
         self.assertIn("constraintRotate is off by 33.8°", self.one("#record").text)
         self.assertGreater(self.canvas()[0], 0.005)
