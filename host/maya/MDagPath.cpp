@@ -5,7 +5,7 @@
 
 namespace {
 
-const scene::Node* asNode(const MObject& object) {
+const scene::Node* pathNode(const MObject& object) {
     return static_cast<const scene::Node*>(object.object());
 }
 
@@ -26,25 +26,25 @@ MObject MDagPath::node(MStatus* status) const {
 }
 
 MString MDagPath::fullPathName(MStatus* status) const {
-    return setStatus(status, isValid()) ? MString(asNode(node_)->path().c_str()) : MString();
+    return setStatus(status, isValid()) ? MString(pathNode(node_)->path().c_str()) : MString();
 }
 
 MString MDagPath::partialPathName(MStatus* status) const {
     if (!setStatus(status, isValid())) {
         return {};
     }
-    const scene::Node* node = asNode(node_);
+    const scene::Node* node = pathNode(node_);
     std::string path = node->name;
-    while (scene::Scene::current().findNode(path) != asNode(node_) && node->parent != nullptr) {
+    while (scene::Scene::current().findNode(path) != pathNode(node_) && node->parent != nullptr) {
         node = node->parent;
         path = node->name + "|" + path;
     }
-    return MString((scene::Scene::current().findNode(path) == asNode(node_) ? path : "|" + path).c_str());
+    return MString((scene::Scene::current().findNode(path) == pathNode(node_) ? path : "|" + path).c_str());
 }
 
 unsigned int MDagPath::length(MStatus* status) const {
     unsigned int length = 0;
-    for (const scene::Node* node = asNode(node_); node != nullptr; node = node->parent) {
+    for (const scene::Node* node = pathNode(node_); node != nullptr; node = node->parent) {
         ++length;
     }
     setStatus(status, length > 0);
@@ -52,11 +52,11 @@ unsigned int MDagPath::length(MStatus* status) const {
 }
 
 unsigned int MDagPath::childCount(MStatus* status) const {
-    return setStatus(status, isValid()) ? static_cast<unsigned int>(asNode(node_)->children.size()) : 0;
+    return setStatus(status, isValid()) ? static_cast<unsigned int>(pathNode(node_)->children.size()) : 0;
 }
 
 MObject MDagPath::child(unsigned int index, MStatus* status) const {
-    return setStatus(status, index < childCount()) ? MObject(asNode(node_)->children[index]) : MObject::kNullObj;
+    return setStatus(status, index < childCount()) ? MObject(pathNode(node_)->children[index]) : MObject::kNullObj;
 }
 
 MStatus MDagPath::pop(unsigned int count) {
@@ -64,13 +64,13 @@ MStatus MDagPath::pop(unsigned int count) {
         return MStatus::kFailure;
     }
     for (; count > 0; --count) {
-        node_ = MObject(asNode(node_)->parent);
+        node_ = MObject(pathNode(node_)->parent);
     }
     return MStatus::kSuccess;
 }
 
 MStatus MDagPath::push(const MObject& child) {
-    if (!isValid() || child.apiType() != MFn::kDagNode || asNode(child)->parent != asNode(node_)) {
+    if (!isValid() || child.apiType() != MFn::kDagNode || pathNode(child)->parent != pathNode(node_)) {
         return MStatus::kInvalidParameter;
     }
     node_ = child;

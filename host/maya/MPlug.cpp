@@ -47,7 +47,7 @@ MPlug found(Slot* slot, MStatus* status) {
     return MPlug(slot);
 }
 
-MString toMaya(const std::string& text) {
+MString mayaText(const std::string& text) {
     return MString(text.c_str(), static_cast<int>(text.size()));
 }
 
@@ -194,7 +194,7 @@ unsigned int MPlug::logicalIndex(MStatus* status) const {
 }
 
 MString MPlug::name(MStatus* status) const {
-    return setStatus(status, slot_ != nullptr) ? toMaya(scene::fullName(*slot_)) : MString();
+    return setStatus(status, slot_ != nullptr) ? mayaText(scene::fullName(*slot_)) : MString();
 }
 
 MString MPlug::partialName(bool includeNodeName, bool, bool, bool useAlias, bool useFullAttributePath,
@@ -203,7 +203,7 @@ MString MPlug::partialName(bool includeNodeName, bool, bool, bool useAlias, bool
         return {};
     }
     const std::string path = scene::plugName(*slot_, {useAlias, useFullAttributePath, useLongNames});
-    return toMaya(includeNodeName ? slot_->node->name + "." + path : path);
+    return mayaText(includeNodeName ? slot_->node->name + "." + path : path);
 }
 
 double MPlug::asDouble(MStatus* status) const {
@@ -232,7 +232,7 @@ bool MPlug::asBool(MStatus* status) const {
 
 MString MPlug::asString(MStatus* status) const {
     const auto* text = scene::as<scene::StringData>(dataOf(slot_, nullptr));
-    return setStatus(status, text != nullptr) ? toMaya(text->text) : MString();
+    return setStatus(status, text != nullptr) ? mayaText(text->text) : MString();
 }
 
 MAngle MPlug::asMAngle(MStatus* status) const {

@@ -283,7 +283,8 @@ function shapesPicture(place, shape, tolerance, worst) {
     make(
       "figcaption",
       {},
-      `Maya's ${shape.kind} (blue ${form.edges.length > 0 ? "lines" : "points"}) and Zent's${form.control ? "" : " (heat)"}: ` +
+      `Maya's ${shape.kind} (blue ${form.edges.length > 0 ? "lines" : "points"}) and ` +
+      `Zent's${form.control ? "" : " (heat)"}: ` +
         `${over.toLocaleString("en")} of ${plural(count, "point")} over ${short(tolerance)}` +
         (worst >= 0 && worst < count ? `; point ${worst} is furthest off, by ${short(errors[worst])} units.` : ".") +
         " Drag to turn, scroll to zoom."
