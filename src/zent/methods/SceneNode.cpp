@@ -250,7 +250,7 @@ std::string PlugNames::nodeName(const SceneNode& node) const {
 }
 
 std::string PlugNames::plugName(const MPlug& plug) const {
-    const std::string name = nodeName(SceneNode(plug.node())) + "." + longPlugName(plug);
+    std::string name = nodeName(SceneNode(plug.node())) + "." + longPlugName(plug);
     // By the look-up itself: a name that leads elsewhere would be read without an error.
     namescope = namespace_;
     bool isFound = false;

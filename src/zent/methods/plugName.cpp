@@ -3,7 +3,6 @@
 #include "zent/check/CheckCall.h"
 #include "zent/values/Select.h"
 
-#include <boost/algorithm/string/classification.hpp>
 #include <boost/algorithm/string/split.hpp>
 #include <fmt/format.h>
 
@@ -18,7 +17,7 @@ namespace {
 
 std::vector<std::string> partsOf(const std::string& path) {
     std::vector<std::string> parts;
-    boost::algorithm::split(parts, path, boost::algorithm::is_any_of("."));
+    boost::algorithm::split(parts, path, [](char letter) { return letter == '.'; });
     return parts;
 }
 
