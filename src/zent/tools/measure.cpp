@@ -49,7 +49,8 @@ void measureNumber(const Tolerance& tolerance, float a, float b, const Where& wh
 
 template <class T>
 void measureValue(const Output& output, const T& a, const T& b, const Where& where) {
-    constexpr std::size_t kCount = sizeof(T) / sizeof(float);
+    constexpr std::size_t kFloatSize = sizeof(float);
+    constexpr std::size_t kCount = sizeof(T) / kFloatSize;
     std::array<float, kCount> numbersA;
     std::array<float, kCount> numbersB;
     std::memcpy(numbersA.data(), &a, sizeof a);
