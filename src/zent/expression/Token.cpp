@@ -178,11 +178,12 @@ private:
         }
         while (at(end) == '.' && isLetter(at(end + 1))) {
             end = wordFrom(end + 1);
-            for (std::size_t digits = end; at(end) == '['; end = digits + 1) {
-                digits = digitsFrom(end + 1);
+            while (at(end) == '[') {
+                const std::size_t digits = digitsFrom(end + 1);
                 if (digits == end + 1 || at(digits) != ']') {
                     break;
                 }
+                end = digits + 1;
             }
         }
         return end;
