@@ -154,7 +154,7 @@ struct Entry {
     const json* value;
     std::vector<unsigned int> indices;
 };
-using Entries = std::map<unsigned int, std::vector<Entry>>;
+using ListEntries = std::map<unsigned int, std::vector<Entry>>;
 
 class Linter {
 public:
@@ -232,7 +232,7 @@ private:
     void checkList(const json& record, const char* list, const std::vector<ValueInfo>& values,
                    const std::vector<Source>& sources) {
         at_.list = list;
-        const Entries entries = entriesOf(member(record, list));
+        const ListEntries entries = entriesOf(member(record, list));
         for (unsigned int i = 0; i < values.size(); ++i) {
             at_.attribute = i;
             const auto found = entries.find(i);
@@ -248,8 +248,8 @@ private:
         at_.list.clear();
     }
 
-    Entries entriesOf(const json& list) {
-        Entries entries;
+    ListEntries entriesOf(const json& list) {
+        ListEntries entries;
         at_.attribute.reset();
         if (!list.is_null() && !list.is_array() && !list.is_object()) {
             tell("should be a list of entries, not " + shown(list));
@@ -391,7 +391,7 @@ private:
     }
 
     /// Lists of one multi, or of one chain, go entry by entry.
-    void checkLengths(const Entries& entries, const std::vector<Source>& sources) {
+    void checkLengths(const ListEntries& entries, const std::vector<Source>& sources) {
         std::map<std::string, unsigned int> firstOf;
         for (unsigned int i = 0; i < sources.size(); ++i) {
             const Source& source = sources[i];

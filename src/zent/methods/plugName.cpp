@@ -15,7 +15,7 @@ namespace zent {
 
 namespace {
 
-std::vector<std::string> partsOf(const std::string& path) {
+std::vector<std::string> stepsOf(const std::string& path) {
     std::vector<std::string> parts;
     boost::algorithm::split(parts, path, [](char letter) { return letter == '.'; });
     return parts;
@@ -42,7 +42,7 @@ bool isPart(const std::string& part) {
 } // namespace
 
 std::string lastAttribute(const std::string& name) {
-    return withoutIndex(partsOf(name).back());
+    return withoutIndex(stepsOf(name).back());
 }
 
 std::string longPlugName(const MPlug& plug) {
@@ -54,7 +54,7 @@ std::string plugNameProblem(const std::string& name) {
     if (dot == 0 || dot == std::string::npos) {
         return fmt::format("\"{}\" is no plug's name: it should be \"node.attribute\"", name);
     }
-    for (const std::string& part : partsOf(name.substr(dot + 1))) {
+    for (const std::string& part : stepsOf(name.substr(dot + 1))) {
         if (!isPart(part)) {
             return fmt::format("\"{}\" is no plug's name: \"{}\" is no attribute and no element", name, part);
         }
@@ -67,7 +67,7 @@ std::string plugLookUpProblem(const std::string& name) {
     std::string path = name.substr(0, name.find('.'));
     std::string before;
     try {
-        for (const std::string& part : partsOf(name.substr(path.size() + 1))) {
+        for (const std::string& part : stepsOf(name.substr(path.size() + 1))) {
             path += "." + part;
             const std::string now = longPlugName(selectPlug(path));
             if (now == before || (part.back() == ']' && now.back() != ']')) {
