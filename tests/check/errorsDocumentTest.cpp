@@ -84,6 +84,7 @@ protected:
         name("@wrapped", addLattice(65536, 65536, 8, 0));
         name("@wide", addLattice(12, 1, 1, 12));
         name("@farDelta", writer.add(DeltaList{{9, vec3(1.0f)}}));
+        name("@farFactor", writer.add(WeightMap{{9, 1.0f}}));
         name("@farWeight", writer.add(SkinWeights{{9, 0, 1.0f}}));
         name("@farInfluence", writer.add(SkinWeights{{0, 5, 1.0f}}));
         words_.emplace_back("@I", "[1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1]");

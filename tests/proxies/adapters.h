@@ -1,9 +1,15 @@
 #pragma once
 
+#include "tools/ResourceWriter.h"
 #include "zent/proxies/Proxy.h"
 #include "zent/proxies/Registry.h"
+#include "zent/values/Compare.h"
 #include "zent/values/Port.h"
+#include "zent/values/resource.h"
 
+#include <gtest/gtest.h>
+
+#include <filesystem>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -46,6 +52,32 @@ inline std::vector<Port> portsOf(const json& list) {
         ports.push_back(args.get(i));
     }
     return ports;
+}
+
+/// Both sides of a method give the same outputs, the first one of this type: Maya's with these names, the node
+/// function's without.
+inline void expectBinding(const std::string& method, const std::vector<std::string>& plugs, const std::string& type,
+                          const json& ports, const json& arguments, float tolerance) {
+    SCOPED_TRACE(method);
+    const Proxy& proxy = adapter(method);
+    const json maya = proxy.mayaResult(portsOf(ports));
+    const json zent = proxy.zentResult(argumentsOf(arguments));
+    EXPECT_TRUE(compare(maya, zent, tolerance)) << maya << zent;
+    EXPECT_FALSE(proxy.isDeformer());
+    ASSERT_EQ(maya.size(), plugs.size());
+    EXPECT_EQ(maya.at(0).at("type"), type);
+    for (std::size_t i = 0; i < plugs.size(); ++i) {
+        EXPECT_EQ(maya.at(i).at("name"), plugs[i]);
+        EXPECT_FALSE(zent.at(i).contains("name"));
+    }
+}
+
+/// Writes the blocks of a resource file and loads them.
+inline void loadBlocksOf(const ResourceWriter& writer) {
+    const std::string path = testing::TempDir() + "zent_adapters." + std::to_string(::getpid());
+    writer.write(path);
+    Element::storage().load(path);
+    std::filesystem::remove(path);
 }
 
 } // namespace zent::test

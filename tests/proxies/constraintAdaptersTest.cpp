@@ -1,12 +1,5 @@
 #include "proxies/adapters.h"
 
-#include "tools/ResourceWriter.h"
-#include "zent/values/Compare.h"
-#include "zent/values/resource.h"
-
-#include <gtest/gtest.h>
-
-#include <filesystem>
 #include <regex>
 
 namespace zent::test {
@@ -24,10 +17,7 @@ json portsText(std::string text) {
 TEST(ConstraintAdapters, BindTheirNodes) {
     ResourceWriter writer;
     writer.add(Curve(1, kFormOpen, {{0, 0, 0}, {3, 4, 0}}, {0, 1}, mat4(1.0f)));
-    const std::string path = testing::TempDir() + "zent_constraint_adapters." + std::to_string(::getpid());
-    writer.write(path);
-    Element::storage().load(path);
-    std::filesystem::remove(path);
+    loadBlocksOf(writer);
     const char* rows[][5] = {
         // method, plug and type, Maya's ports, arguments
         {"pointConstraint", "constraintTranslate", "Vec3", "[[[6, 5, 3]]]",
@@ -60,20 +50,17 @@ TEST(ConstraintAdapters, BindTheirNodes) {
          "[true,true]]"},
     };
     for (const auto& [method, plug, type, ports, arguments] : rows) {
-        SCOPED_TRACE(method);
-        const json maya = adapter(method).mayaResult(portsOf(portsText(ports)));
+        std::vector<std::string> plugs{plug};
+        if (std::string(method) == "ikSplineSolver") {
+            plugs.emplace_back("translate");
+        }
+        expectBinding(method, plugs, type, portsText(ports), portsText(arguments), 1e-5f);
         const json zent = adapter(method).zentResult(argumentsOf(portsText(arguments)));
-        EXPECT_TRUE(compare(maya, zent, 1e-5f)) << maya << zent;
-        EXPECT_EQ(maya.at(0).at("name"), plug);
-        EXPECT_EQ(maya.at(0).at("type"), type);
-        EXPECT_FALSE(zent.at(0).contains("name"));
         if (std::string(type).rfind("Euler", 0) == 0) { // degrees on both sides
             const json& angles = zent.at(0).at("value");
             EXPECT_GT((angles.at(0).is_array() ? angles.at(0) : angles).at(2).get<double>(), 40);
         }
     }
-    EXPECT_EQ(adapter("ikSplineSolver").mayaResult(portsOf(portsText(rows[11][3]))).at(1).at("name"), "translate");
-
     const json orient = adapter("orientConstraint").closure(argumentsOf(portsText(rows[3][4])), {});
     EXPECT_EQ(orient.at("node"), "orientConstraint");
     EXPECT_EQ(orient.at("inputs").size(), 11u);

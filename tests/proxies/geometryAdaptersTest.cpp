@@ -1,13 +1,6 @@
 #include "proxies/adapters.h"
 
-#include "tools/ResourceWriter.h"
-#include "zent/values/Compare.h"
 #include "zent/values/geometryJson.h"
-#include "zent/values/resource.h"
-
-#include <gtest/gtest.h>
-
-#include <filesystem>
 
 namespace zent::test {
 namespace {
@@ -25,10 +18,7 @@ void loadBlocks() {
     writer.add(Curve(1, kFormOpen, {{0, 0, 0}, {4, 9, 0}}, {2, 6}, up));
     writer.add(Surface(1, 1, kFormOpen, kFormOpen, {0, 1}, {0, 2}, saddle, near));
     writer.add(Surface(1, 1, kFormOpen, kFormOpen, {0, 1}, {0, 2}, saddle, far));
-    const std::string path = testing::TempDir() + "zent_geometry_adapters." + std::to_string(::getpid());
-    writer.write(path);
-    Element::storage().load(path);
-    std::filesystem::remove(path);
+    loadBlocksOf(writer);
 }
 
 TEST(GeometryAdapters, BindTheirNodes) {
@@ -56,15 +46,8 @@ TEST(GeometryAdapters, BindTheirNodes) {
          "Surface", R"({"id": 3})"},
     };
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.method);
-        const json value = json::parse(row.value);
-        const Proxy& proxy = adapter(row.method);
-        const json maya = proxy.mayaResult(portsOf(json::array({json::array({value})})));
-        const json zent = proxy.zentResult(argumentsOf(json::parse(row.arguments)));
-        EXPECT_TRUE(compare(maya, zent, 5e-6f)) << maya << zent;
-        EXPECT_EQ(maya.at(0).at("name"), row.plug);
-        EXPECT_EQ(maya.at(0).at("type"), row.type);
-        EXPECT_FALSE(zent.at(0).contains("name"));
+        expectBinding(row.method, {row.plug}, row.type, json::array({json::array({json::parse(row.value)})}),
+                      json::parse(row.arguments), 5e-6f);
     }
     // A record is the caller's own copy.
     Element(json{{"id", 0}}).get<Curve>().cv.clear();

@@ -1,13 +1,6 @@
 #include "proxies/adapters.h"
 
-#include "tools/ResourceWriter.h"
-#include "zent/values/Compare.h"
 #include "zent/values/geometryJson.h"
-#include "zent/values/resource.h"
-
-#include <gtest/gtest.h>
-
-#include <filesystem>
 
 namespace zent::test {
 namespace {
@@ -25,10 +18,7 @@ void loadBlocks() {
     writer.add(std::vector<unsigned int>{3, 2, 0, 3});
     writer.add(Curve(1, kFormOpen, {square[3], square[2]}, {0, 1}, mat4(1)));
     writer.add(Curve(1, kFormPeriodic, {square[3], square[2], square[0], square[3]}, {0, 1, 2, 3}, mat4(1)));
-    const std::string path = testing::TempDir() + "zent_surface_adapters." + std::to_string(::getpid());
-    writer.write(path);
-    Element::storage().load(path);
-    std::filesystem::remove(path);
+    loadBlocksOf(writer);
 }
 
 TEST(SurfaceQueryAdapters, BindTheirNodes) {
@@ -67,21 +57,11 @@ TEST(SurfaceQueryAdapters, BindTheirNodes) {
         {"follicleRotateSurface", R"([[{"id": 0}], [0.5], [0.25]])", {"outRotate"}, "Euler", "[[0, 0, 0]]"},
     };
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.method);
         json ports;
         for (const json& value : json::parse(row.values)) {
             ports.push_back(json::array({value}));
         }
-        const Proxy& proxy = adapter(row.method);
-        const json maya = proxy.mayaResult(portsOf(ports));
-        const json zent = proxy.zentResult(argumentsOf(json::parse(row.arguments)));
-        EXPECT_TRUE(compare(maya, zent, 1e-4f)) << maya << zent;
-        ASSERT_EQ(maya.size(), row.plugs.size());
-        for (std::size_t i = 0; i < maya.size(); ++i) {
-            EXPECT_EQ(maya.at(i).at("name"), row.plugs[i]);
-            EXPECT_EQ(maya.at(i).at("type"), row.type);
-            EXPECT_FALSE(zent.at(i).contains("name"));
-        }
+        expectBinding(row.method, row.plugs, row.type, ports, json::parse(row.arguments), 1e-4f);
     }
 }
 

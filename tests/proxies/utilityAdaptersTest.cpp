@@ -167,20 +167,5 @@ TEST(AdapterClosures, TellTheInputs) {
     }
 }
 
-TEST(AdapterClosures, BadArgumentsAreNamed) {
-    const auto error = [](const char* method, const char* arguments) -> std::string {
-        try {
-            return adapter(method).zentResult(argumentsOf(json::parse(arguments))).dump();
-        } catch (const std::runtime_error& failure) {
-            return failure.what();
-        }
-    };
-    EXPECT_EQ(error("clamp", "[[1], [2]]"), "not single");
-    EXPECT_EQ(error("weightDriverPoses", "[[1], [], [1], [], []]"), "not single"); // read, though dropped
-    EXPECT_EQ(error("blendTwoAttr", "[[], [0.5]]"), "input has 0 entries, blendTwoAttr needs 1");
-    EXPECT_EQ(error("plusMinusAverage3D", "[[], [2]]"), "in has 0 entries, plusMinusAverage3D needs 1");
-    EXPECT_NE(error("blendTwoAttr", "[[1, 2, 3], [0.5]]").find('3'), std::string::npos);
-}
-
 } // namespace
 } // namespace zent::test

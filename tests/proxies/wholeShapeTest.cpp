@@ -1,7 +1,6 @@
 #include "proxies/adapters.h"
 
 #include "nodes/shapesForDeformers.h"
-#include "tools/ResourceWriter.h"
 #include "zent/nodes/blendShape.h"
 #include "zent/nodes/cluster.h"
 #include "zent/nodes/deformBend.h"
@@ -10,10 +9,8 @@
 #include "zent/nodes/skin.h"
 #include "zent/nodes/wire.h"
 #include "zent/proxies/PointWalk.h"
-#include "zent/values/resource.h"
 
 #include <cstring>
-#include <filesystem>
 
 namespace zent::test {
 namespace {
@@ -79,11 +76,8 @@ protected:
     template <class T>
     void expectEqual(const std::string& method, const T& input, const std::string& arguments, const T& whole) {
         SCOPED_TRACE(method);
-        const std::string path = testing::TempDir() + "zent_whole_shapes." + std::to_string(::getpid());
         const std::string output = block(input);
-        writer_.write(path);
-        Element::storage().load(path);
-        std::filesystem::remove(path);
+        loadBlocksOf(writer_);
         Proxy& proxy = adapter(method);
         proxy.init(argumentsOf(json::parse("[" + arguments + "]")), portsOf(json::parse("[[" + output + "]]")));
         const auto walk = walkOf(proxy);

@@ -44,18 +44,10 @@ TEST(ElementTest, ConvertsLiterals) {
 TEST(ElementTest, RefusesOtherTypesInTheLibrarysWords) {
     const std::pair<std::function<void()>, const char*> cases[] = {
         {[] { element("1").getString(); }, "not a string"},
-        {[] { element("[]").getFloat(); }, "[json.exception.type_error.302] type must be number, but is array"},
         {[] { element("{}").getInt(); }, "[json.exception.type_error.302] type must be number, but is object"},
-        {[] { element("1").getBool(); }, "[json.exception.type_error.302] type must be boolean, but is number"},
-        {[] { element("1").getVec3(); },
-         "[json.exception.type_error.305] cannot use operator[] with a numeric argument with number"},
         {[] { element("null").getVec3(); },
          "[json.exception.type_error.305] cannot use operator[] with a numeric argument with null"},
-        {[] { element("[1, 2]").getVec3(); }, "array of 3 numbers expected, got 2"},
         {[] { element("[1]").getMat4(); }, "array of 16 numbers expected, got 1"},
-        {[] { element("1e300").getInt(); }, "number 1e+300 is beyond a 32-bit integer"},
-        {[] { element("1").get<Mesh>(); }, "[json.exception.type_error.304] cannot use at() with number"},
-        {[] { element("{}").get<Curve>(); }, "[json.exception.out_of_range.403] key 'id' not found"},
         {[] { element("\"p\"").get<WeightMap>(); }, "[json.exception.type_error.304] cannot use at() with string"},
         {[] { element("1").getDagPath(); }, "no attached dag"},
     };
