@@ -1,4 +1,5 @@
-// Any byte code over any constants ends in outputs or in one of the stated exceptions. The input is
+// Any byte code over any constants ends in outputs or in one of the stated exceptions, and in the same ones when it is
+// decoded as early as can be and when it never is. The input is
 //
 //     the number of inputs, the number of constants, for each constant its index and 8 bytes, the code
 //
@@ -6,10 +7,12 @@
 #include "zent/expression/VM.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
+#include <string>
 
 namespace {
 
@@ -27,6 +30,29 @@ zent::Value constantOf(const std::uint8_t* bytes) {
     return zent::valueFromBytes(record);
 }
 
+struct Outcome {
+    zent::VM::Floats outputs;
+    std::string error;
+};
+
+Outcome outcomeOf(std::vector<unsigned char> code, std::vector<zent::Value> constants, const zent::VM::Floats& inputs,
+                  unsigned warmUp) {
+    try {
+        zent::VM machine(std::move(code), std::move(constants), warmUp);
+        return {machine.executeAtMost(kInstructions, inputs), ""};
+    } catch (const std::out_of_range& error) {
+        return {{}, std::string("range ") + error.what()};
+    } catch (const std::bad_variant_access& error) {
+        return {{}, std::string("variant ") + error.what()};
+    } catch (const std::runtime_error& error) {
+        return {{}, error.what()};
+    }
+}
+
+bool areEqual(float a, float b) {
+    return a == b || (std::isnan(a) && std::isnan(b));
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -38,19 +64,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         inputs.push_back(static_cast<float>(slot) * 0.75f - 2.0f);
     }
     const std::size_t count = std::min<std::size_t>(data[1] % 16, (size - 2) / kConstantSize);
-    const std::uint8_t* code = data + 2 + count * kConstantSize;
-    try {
-        std::vector<zent::Value> constants;
-        for (std::size_t i = 0; i < count; ++i) {
-            constants.push_back(constantOf(data + 2 + i * kConstantSize));
-        }
-        zent::VM machine(std::vector<unsigned char>(code, data + size), std::move(constants));
-        if (machine.executeAtMost(kInstructions, std::move(inputs)).size() > kMaxOutputs) {
-            std::abort();
-        }
-    } catch (const std::out_of_range&) {
-    } catch (const std::bad_variant_access&) {
-    } catch (const std::runtime_error&) {
+    const std::vector<unsigned char> code(data + 2 + count * kConstantSize, data + size);
+    std::vector<zent::Value> constants;
+    for (std::size_t i = 0; i < count; ++i) {
+        constants.push_back(constantOf(data + 2 + i * kConstantSize));
+    }
+    const Outcome bytes = outcomeOf(code, constants, inputs, zent::VM::kNever);
+    const Outcome decoded = outcomeOf(code, constants, inputs, 1);
+    if (bytes.outputs.size() > kMaxOutputs || bytes.error != decoded.error ||
+        !std::equal(bytes.outputs.begin(), bytes.outputs.end(), decoded.outputs.begin(), decoded.outputs.end(),
+                    areEqual)) {
+        std::abort();
     }
     return 0;
 }

@@ -5,7 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
 #include <limits>
+#include <random>
 #include <string>
 
 namespace zent {
@@ -18,11 +20,15 @@ Floats run(const std::string& source, Floats inputs = {}) {
     return expression(std::move(inputs), std::move(program.code), std::move(program.constants));
 }
 
-// What the program throws, as "TYPE: text".
-std::string failure(const std::string& source, Floats inputs = {}) {
-    Program program = assemble(source);
+// What the program comes to: "3 0.5", or what it throws, as "TYPE: text".
+std::string outcome(Program program, const Floats& inputs, unsigned warmUp, std::uint64_t instructions = 1U << 24) {
     try {
-        VM(std::move(program.code), std::move(program.constants)).executeAtMost(1U << 24, std::move(inputs));
+        std::string text;
+        VM machine(std::move(program.code), std::move(program.constants), warmUp);
+        for (const float number : machine.executeAtMost(instructions, inputs)) {
+            text += (std::isnan(number) ? "nan" : std::to_string(number)) + " ";
+        }
+        return text;
     } catch (const std::out_of_range& error) {
         return std::string("range: ") + error.what();
     } catch (const std::bad_variant_access& error) {
@@ -30,7 +36,13 @@ std::string failure(const std::string& source, Floats inputs = {}) {
     } catch (const std::runtime_error& error) {
         return error.what();
     }
-    return "nothing";
+}
+
+// Also decoded as soon as it can be.
+std::string failure(const std::string& source, const Floats& inputs = {}) {
+    const std::string text = outcome(assemble(source), inputs, VM::kNever);
+    EXPECT_EQ(outcome(assemble(source), inputs, 1), text) << source;
+    return text;
 }
 
 TEST(VM, ComputesByTheAlternativesOfItsOperands) {
@@ -198,6 +210,60 @@ TEST(VM, UncheckedSituationsHaveTextsOfTheirOwn) {
     };
     for (const Case& c : cases) {
         EXPECT_EQ(failure(c.code, {0.0f, 0.0f}), c.text) << c.code;
+    }
+}
+
+// Each body in a loop, so that it is decoded on the way, over values of all kinds.
+TEST(VM, DecodedCodeDoesWhatItsBytesDo) {
+    const std::string values[] = {"const 3", "const -7", "const 2.5", "const 0.0",        "true",   "false",
+                                  "input 0", "load 0",   "load 1",    "const (1, -2, 3)", "load 7", "getoutput 0"};
+    const std::string operations[] = {"add", "sub",    "mul",        "div",      "mod",        "eq",
+                                      "gt",  "lt",     "and",        "or",       "pop",        "neg",
+                                      "not", "vector", "call 2 max", "call 2 f", "call 1 mag", "component 1"};
+    const std::string ends[] = {"store 0\n pop",     "output 0",      "store 1",          "unless next\n jump next",
+                                "not\n unless next", "byte 77\n pop", "output 2\n return"};
+    for (const std::string& a : values) {
+        for (const std::string& b : values) {
+            for (const std::string& operation : operations) {
+                for (const std::string& end : ends) {
+                    const std::string source =
+                        "const 1\n const 0.5\n const 9\nagain: load 2\n const 0\n gt\n unless done\n" + a + "\n" + b +
+                        "\n" + operation + "\n" + end +
+                        "\nnext: load 2\n const 1\n sub\n store 2\n pop\n back again\n"
+                        "done: load 0\n output 1\n load 1\n output 3\n end\n"
+                        "f: load 1\n load 0\n sub\n return\n";
+                    const std::string expected = outcome(assemble(source), {0.75f}, VM::kNever);
+                    ASSERT_EQ(outcome(assemble(source), {0.75f}, 1), expected) << source;
+                    ASSERT_EQ(outcome(assemble(source), {0.75f}, 3), expected) << source;
+                }
+            }
+        }
+    }
+}
+
+// Random bytes: jumps into operands, code cut off, calls anywhere; stopped in the midst by the count of instructions.
+TEST(VM, DecodedCodeDoesWhatRandomBytesDo) {
+    std::mt19937 random(7);
+    const auto below = [&](unsigned bound) { return static_cast<unsigned char>(random() % bound); };
+    for (int i = 0; i < 30000; ++i) {
+        Program program;
+        program.constants = {1, -2, 0.5, 3.0, true, false, ValueVector{1, 2, 3}, UnknownValue{9}};
+        for (int k = 0; k < 40; ++k) {
+            program.code.push_back(below(8) == 0 ? 18 : below(31));
+            program.code.push_back(below(4) == 0 ? below(40) : below(9));
+            if (program.code[program.code.size() - 2] == 23) {
+                const bool isNative = below(2) == 0;
+                program.code.push_back(isNative ? 0xFF : 0);
+                program.code.push_back(isNative ? static_cast<unsigned char>(0xFF - below(40)) : below(80));
+            } else if (program.code[program.code.size() - 2] >= 25) {
+                program.code.back() = 0;
+                program.code.push_back(below(50));
+            }
+        }
+        const std::uint64_t instructions = 1 + random() % 3000;
+        ASSERT_EQ(outcome(program, {0.5f, -3.0f}, 1, instructions),
+                  outcome(program, {0.5f, -3.0f}, VM::kNever, instructions))
+            << disassemble(program.code, &program.constants) << instructions;
     }
 }
 

@@ -1,5 +1,6 @@
 #include "zent/expression/Builtin.h"
 
+#include "zent/expression/arithmetic.h"
 #include "zent/math/require.h"
 
 #include <array>
@@ -39,19 +40,19 @@ ValueVector rotate(ValueVector v, ValueVector axis, double angle) {
     return v + 2.0 * std::cos(angle * 0.5) * qv + 2.0 * cross(q, qv);
 }
 
-Value absolute(const Value& value) {
+void takeAbsolute(const Value& value, Value& result) {
     switch (value.index()) {
     case 0:
-        return 1; // whichever bool it is: deliberate
+        return assign(result, 1); // whichever bool it is: deliberate
     case 1: {
         const int number = *std::get_if<int>(&value);
-        return number < 0 ? static_cast<int>(0U - static_cast<unsigned>(number)) : number;
+        return assign(result, number < 0 ? static_cast<int>(0U - static_cast<unsigned>(number)) : number);
     }
     case 2:
-        return std::abs(*std::get_if<double>(&value));
+        return assign(result, std::abs(*std::get_if<double>(&value)));
     default: {
-        const auto& v = *std::get_if<ValueVector>(&value);
-        return ValueVector{std::abs(v.x), std::abs(v.y), std::abs(v.z)};
+        const auto v = *std::get_if<ValueVector>(&value);
+        return assign(result, ValueVector{std::abs(v.x), std::abs(v.y), std::abs(v.z)});
     }
     }
 }
@@ -77,61 +78,84 @@ ValueVector vectorAt(const Value* args, int index) {
     return as<ValueVector>(args[index]);
 }
 
-using NativeFunction = Value (*)(Value*);
-
 template <double (*F)(double)>
-Value unary(Value* args) {
-    return F(toNumber(args[0]));
+void unary(const Value* args, Value& result) {
+    assign(result, F(toNumber(args[0])));
 }
 
 template <double (*F)(double)>
-Value unaryOfDegrees(Value* args) {
-    return F(toNumber(args[0]) * kRadiansPerDegree);
+void unaryOfDegrees(const Value* args, Value& result) {
+    assign(result, F(toNumber(args[0]) * kRadiansPerDegree));
 }
 
 template <double (*F)(double, double)>
-Value binary(Value* args) {
-    return F(toNumber(args[0]), toNumber(args[1]));
+void binary(const Value* args, Value& result) {
+    assign(result, F(toNumber(args[0]), toNumber(args[1])));
 }
 
-struct Native {
+void takeAngle(const Value* args, Value& result) {
+    const ValueVector a = vectorAt(args, 0);
+    const ValueVector b = vectorAt(args, 1);
+    assign(result, std::acos(dot(a, b) / (mag(a) * mag(b))));
+}
+
+void takeUnit(const Value* args, Value& result) {
+    const ValueVector v = vectorAt(args, 0);
+    assign(result, (1.0 / mag(v)) * v);
+}
+
+void takeRotated(const Value* args, Value& result) {
+    assign(result, rotate(vectorAt(args, 0), vectorAt(args, 1), toNumber(args[2])));
+}
+
+void takeClamped(const Value* args, Value& result) {
+    assign(result, clampNumber(toNumber(args[0]), toNumber(args[1]), toNumber(args[2])));
+}
+
+void takeSign(const Value* args, Value& result) {
+    assign(result, signOf(toNumber(args[0])));
+}
+
+double radians(double degrees) {
+    return degrees * kRadiansPerDegree;
+}
+
+double degrees(double radians) {
+    return radians * kDegreesPerRadian;
+}
+
+double atan2OfDegrees(double y, double x) {
+    return std::atan2(y * kRadiansPerDegree, x * kRadiansPerDegree);
+}
+
+struct Row {
     const char* name;
     unsigned arity;
-    NativeFunction function;
+    Builtin::Native native;
 };
 
 // The order fixes the numbers. The inverse functions of degrees convert their argument, not their result: deliberate.
-constexpr std::array<Native, 37> kNatives{{
-    {"angle", 2,
-     [](Value* args) -> Value {
-         const ValueVector a = vectorAt(args, 0);
-         const ValueVector b = vectorAt(args, 1);
-         return std::acos(dot(a, b) / (mag(a) * mag(b)));
-     }},
-    {"cross", 2, [](Value* args) -> Value { return cross(vectorAt(args, 0), vectorAt(args, 1)); }},
-    {"dot", 2, [](Value* args) -> Value { return dot(vectorAt(args, 0), vectorAt(args, 1)); }},
-    {"mag", 1, [](Value* args) -> Value { return mag(vectorAt(args, 0)); }},
-    {"rot", 3, [](Value* args) -> Value { return rotate(vectorAt(args, 0), vectorAt(args, 1), toNumber(args[2])); }},
-    {"unit", 1,
-     [](Value* args) -> Value {
-         const ValueVector v = vectorAt(args, 0);
-         return (1.0 / mag(v)) * v;
-     }},
-    {"abs", 1, [](Value* args) -> Value { return absolute(args[0]); }},
+constexpr std::array<Row, 37> kNatives{{
+    {"angle", 2, takeAngle},
+    {"cross", 2, [](const Value* args, Value& result) { assign(result, cross(vectorAt(args, 0), vectorAt(args, 1))); }},
+    {"dot", 2, [](const Value* args, Value& result) { assign(result, dot(vectorAt(args, 0), vectorAt(args, 1))); }},
+    {"mag", 1, [](const Value* args, Value& result) { assign(result, mag(vectorAt(args, 0))); }},
+    {"rot", 3, takeRotated},
+    {"unit", 1, takeUnit},
+    {"abs", 1, [](const Value* args, Value& result) { takeAbsolute(args[0], result); }},
     {"ceil", 1, unary<std::ceil>},
     {"floor", 1, unary<std::floor>},
-    {"clamp", 3,
-     [](Value* args) -> Value { return clampNumber(toNumber(args[0]), toNumber(args[1]), toNumber(args[2])); }},
+    {"clamp", 3, takeClamped},
     {"min", 2, binary<minimum>},
     {"max", 2, binary<maximum>},
-    {"sign", 1, [](Value* args) -> Value { return signOf(toNumber(args[0])); }},
+    {"sign", 1, takeSign},
     {"trunc", 1, unary<std::trunc>},
     {"exp", 1, unary<std::exp>},
     {"log", 1, unary<std::log>},
     {"log10", 1, unary<std::log10>},
     {"pow", 2, binary<std::pow>},
     {"sqrt", 1, unary<std::sqrt>},
-    {"abs", 1, [](Value* args) -> Value { return absolute(args[0]); }},
+    {"abs", 1, [](const Value* args, Value& result) { takeAbsolute(args[0], result); }},
     {"cos", 1, unary<std::cos>},
     {"cosd", 1, unaryOfDegrees<std::cos>},
     {"sin", 1, unary<std::sin>},
@@ -145,13 +169,10 @@ constexpr std::array<Native, 37> kNatives{{
     {"atan", 1, unary<std::atan>},
     {"atand", 1, unaryOfDegrees<std::atan>},
     {"atan2", 2, binary<std::atan2>},
-    {"atan2d", 2,
-     [](Value* args) -> Value {
-         return std::atan2(toNumber(args[0]) * kRadiansPerDegree, toNumber(args[1]) * kRadiansPerDegree);
-     }},
+    {"atan2d", 2, binary<atan2OfDegrees>},
     {"hypot", 2, binary<std::hypot>},
-    {"deg_to_rad", 1, [](Value* args) -> Value { return toNumber(args[0]) * kRadiansPerDegree; }},
-    {"rad_to_deg", 1, [](Value* args) -> Value { return toNumber(args[0]) * kDegreesPerRadian; }},
+    {"deg_to_rad", 1, unary<radians>},
+    {"rad_to_deg", 1, unary<degrees>},
 }};
 
 constexpr unsigned short complement(unsigned number) {
@@ -178,6 +199,10 @@ const Builtin::Function& Builtin::get_function(unsigned short id) {
     return natives()[indexOf(id)];
 }
 
+Builtin::Native Builtin::native(unsigned short id) {
+    return kNatives[indexOf(id)].native;
+}
+
 unsigned Builtin::arity(unsigned short id) {
     return kNatives[indexOf(id)].arity;
 }
@@ -191,8 +216,12 @@ const std::vector<Builtin::Function>& Builtin::natives() {
     static const std::vector<Function> sNatives = [] {
         std::vector<Function> functions;
         functions.reserve(kNatives.size());
-        for (const Native& native : kNatives) {
-            functions.emplace_back(native.function);
+        for (const Row& row : kNatives) {
+            functions.emplace_back([native = row.native](Value* args) {
+                Value result;
+                native(args, result);
+                return result;
+            });
         }
         return functions;
     }();

@@ -15,12 +15,16 @@ class Builtin {
 public:
     /// Gets a pointer to its first argument, and reads as many as it needs.
     using Function = std::function<Value(Value*)>;
+    /// The same, as the machine calls it; the result may take the place of an argument.
+    using Native = void (*)(const Value* args, Value& result);
 
     /// Fills the two tables below the first time; they fill themselves at their first use, too.
     static void init();
 
     /// The function of a number. Throws std::runtime_error, "there is no built-in NUMBER", for one that does not exist.
     static const Function& get_function(unsigned short id);
+    /// The same function, with no object around it. Throws as `get_function`.
+    static Native native(unsigned short id);
     /// How many arguments the function reads. Throws as `get_function`.
     static unsigned arity(unsigned short id);
     /// The name of a number, null if there is none. "abs" has two numbers, and the map below knows the higher index.

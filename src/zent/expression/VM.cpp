@@ -1,103 +1,32 @@
 #include "zent/expression/VM.h"
 
+#include "zent/expression/arithmetic.h"
 #include "zent/expression/Builtin.h"
+#include "zent/expression/DecodedCode.h"
 #include "zent/expression/Opcode.h"
 #include "zent/math/require.h"
 
-#include <cmath>
+#include <algorithm>
 #include <limits>
 #include <string>
 #include <tuple>
-#include <type_traits>
 
 namespace zent {
 
 namespace {
 
-// Sums, differences and products of integers wrap around in 32 bits.
-template <class Operation>
-auto wrapping(Operation operation) {
-    return [operation](auto a, auto b) {
-        if constexpr (std::is_same_v<decltype(a), int> && std::is_same_v<decltype(b), int>) {
-            return static_cast<int>(operation(static_cast<unsigned>(a), static_cast<unsigned>(b)));
-        } else {
-            return operation(static_cast<double>(a), static_cast<double>(b));
-        }
-    };
-}
-
-void requireDivisible(int a, int b, const char* operation) {
-    if (b == 0) {
-        fail(std::string("integer ") + operation + " of " + std::to_string(a) + " by zero in the expression");
-    }
-    if (b == -1 && a == std::numeric_limits<int>::min()) {
-        fail(std::string("integer ") + operation + " of " + std::to_string(a) + " by -1 overflows in the expression");
-    }
-}
-
-struct Divide {
-    int operator()(int a, int b) const {
-        requireDivisible(a, b, "division");
-        return a / b;
-    }
-    template <class A, class B>
-    double operator()(A a, B b) const {
-        return static_cast<double>(a) / static_cast<double>(b);
-    }
-};
-
-// Not the equality of doubles: NaN counts as equal to everything, since it is neither less nor greater.
-struct Equal {
-    template <class A, class B>
-    bool operator()(A a, B b) const {
-        return !(a < b) && !(a > b);
-    }
-};
-
-[[noreturn]] void failOperands() {
-    fail("Unreachable");
-}
-
-template <class T>
-void assign(Value& value, T alternative) {
-    value.emplace<T>(alternative);
-}
-
 // a b -> operation(a, b), for the four pairs of integers and doubles.
 template <class Operation>
 void combineNumbers(ValueStack& stack, Operation operation) {
     Value& a = stack.top(1);
-    const Value& b = stack.top();
-    const auto combineWith = [&](auto y) {
-        if (const double* number = std::get_if<double>(&a)) {
-            assign(a, operation(*number, y));
-        } else if (const int* integer = std::get_if<int>(&a)) {
-            assign(a, operation(*integer, y));
-        } else {
-            failOperands();
-        }
-    };
-    if (const double* number = std::get_if<double>(&b)) {
-        combineWith(*number);
-    } else if (const int* integer = std::get_if<int>(&b)) {
-        combineWith(*integer);
-    } else {
-        failOperands();
+    if (!combine(a, stack.top(), operation, [&a](auto result) { assign(a, result); })) {
+        fail("Unreachable");
     }
     stack.pop();
 }
 
 void modulo(ValueStack& stack) {
-    Value& a = stack.top(1);
-    const Value& b = stack.top();
-    const int* dividend = std::get_if<int>(&a);
-    const int* divisor = std::get_if<int>(&b);
-    if (dividend != nullptr && divisor != nullptr) {
-        requireDivisible(*dividend, *divisor, "remainder");
-        assign(a, *dividend % *divisor);
-    } else {
-        assign(a, std::fmod(toNumber(a), toNumber(b)));
-    }
+    takeModulo(stack.top(1), stack.top());
     stack.pop();
 }
 
@@ -127,19 +56,30 @@ double component(const ValueVector& vector, unsigned char operand) {
     return operand == 2 ? vector.z : operand == 1 ? vector.y : vector.x; // x for every other operand, too
 }
 
+// Counts instructions; of decoded ones several at once, which are given back where the bytes do their work.
 struct Unmetered {
-    void operator()() const {}
+    void takeOne() const {}
+    bool take(unsigned) const { return true; }
+    void giveBack(unsigned) const {}
 };
 
 struct Budget {
     std::uint64_t instructions;
     std::uint64_t run = 0;
 
-    void operator()() {
+    void takeOne() {
         if (run++ == instructions) {
             fail("the expression runs more than " + std::to_string(instructions) + " instructions");
         }
     }
+    bool take(unsigned steps) {
+        if (instructions - run < steps) {
+            return false;
+        }
+        run += steps;
+        return true;
+    }
+    void giveBack(unsigned steps) { run -= steps; }
 };
 
 // The byte code and the next byte to read. The one value that every instruction changes, so it is kept out of memory.
@@ -194,12 +134,14 @@ constexpr std::size_t kMaxCode = std::numeric_limits<int>::max() - 0x20000;
 
 } // namespace
 
-VM::VM(std::vector<unsigned char>&& code, std::vector<Value>&& constants)
-    : code_(std::move(code)), constants_(std::move(constants)) {
+VM::VM(std::vector<unsigned char>&& code, std::vector<Value>&& constants, unsigned warmUp)
+    : code_(std::move(code)), constants_(std::move(constants)), warmUp_(warmUp) {
     if (code_.size() > kMaxCode) {
         fail("the expression has " + std::to_string(code_.size()) + " bytes of code, too many to count");
     }
 }
+
+VM::~VM() = default;
 
 VM::Floats VM::execute(Floats inputs) {
     return run(inputs, Unmetered{});
@@ -214,7 +156,7 @@ VM::Floats VM::run(const Floats& inputs, Meter meter) {
     Floats outputs;
     Cursor code(code_, ip_);
     for (;;) {
-        meter();
+        meter.takeOne();
         switch (static_cast<Opcode>(code.readByte())) {
         case Opcode::Constant:
             stack_.push(code.constantOf(constants_));
@@ -228,13 +170,13 @@ VM::Floats VM::run(const Floats& inputs, Meter meter) {
             break;
         }
         case Opcode::Add:
-            combineNumbers(stack_, wrapping([](auto a, auto b) { return a + b; }));
+            combineNumbers(stack_, Add{});
             break;
         case Opcode::Subtract:
-            combineNumbers(stack_, wrapping([](auto a, auto b) { return a - b; }));
+            combineNumbers(stack_, Subtract{});
             break;
         case Opcode::Multiply:
-            combineNumbers(stack_, wrapping([](auto a, auto b) { return a * b; }));
+            combineNumbers(stack_, Multiply{});
             break;
         case Opcode::Divide:
             combineNumbers(stack_, Divide{});
@@ -252,10 +194,10 @@ VM::Floats VM::run(const Floats& inputs, Meter meter) {
             combineNumbers(stack_, Equal{});
             break;
         case Opcode::Greater:
-            combineNumbers(stack_, [](auto a, auto b) { return a > b; });
+            combineNumbers(stack_, Greater{});
             break;
         case Opcode::Less:
-            combineNumbers(stack_, [](auto a, auto b) { return a < b; });
+            combineNumbers(stack_, Less{});
             break;
         case Opcode::And:
             combineBools(stack_, [](bool a, bool b) { return a && b; });
@@ -296,6 +238,9 @@ VM::Floats VM::run(const Floats& inputs, Meter meter) {
             const unsigned count = code.readByte();
             const unsigned short target = code.readWord();
             code.moveTo(call(count, target, code.position()));
+            if (target < code_.size() && isWarm()) {
+                code.moveTo(runDecoded(code.position(), inputs, outputs, meter));
+            }
             break;
         }
         case Opcode::Return:
@@ -313,6 +258,9 @@ VM::Floats VM::run(const Floats& inputs, Meter meter) {
         }
         case Opcode::JumpBack:
             code.jumpBack(code.readWord());
+            if (isWarm()) {
+                code.moveTo(runDecoded(code.position(), inputs, outputs, meter));
+            }
             break;
         case Opcode::End:
             ip_ = code.position();
@@ -343,14 +291,14 @@ int VM::call(unsigned count, unsigned short target, int ip) {
 }
 
 void VM::callBuiltin(unsigned short id, unsigned frame, unsigned count, int ip) {
-    const Builtin::Function& function = Builtin::get_function(id);
+    const Builtin::Native native = Builtin::native(id);
     if (count < Builtin::arity(id)) {
         fail(std::string("the built-in ") + Builtin::name(id) + " reads " + std::to_string(Builtin::arity(id)) +
              " arguments, the call before code[" + std::to_string(ip) + "] gives " + std::to_string(count));
     }
-    const Value result = function(stack_.from(frame));
-    stack_.shrink(frame);
-    stack_.push(result);
+    Value* args = stack_.from(frame); // at least one
+    native(args, *args);
+    stack_.shrink(frame + 1);
 }
 
 // Returns where to go on.
@@ -365,6 +313,262 @@ int VM::returnFromCall(int ip) {
     std::tie(ip, frame_) = calls_.back();
     calls_.pop_back();
     return ip;
+}
+
+bool VM::isWarm() {
+    if (warmUp_ == kNever || code_.size() > DecodedCode::kMaxSize || ++repeats_ < warmUp_) {
+        return false;
+    }
+    repeats_ = 0;
+    return true;
+}
+
+namespace {
+
+// The registers of the decoded machine.
+struct Registers {
+    Value* top; ///< behind the topmost value
+    Value* frame;
+    const Value* pool;
+    const Instruction* at;
+
+    const Value& operand(std::int16_t index) const { return index >= 0 ? frame[index] : pool[-1 - index]; }
+};
+
+enum class Operands { OnStack, SecondGiven, BothGiven };
+
+// The two values of a binary instruction, and where its result goes if that is the stack.
+template <Operands kOperands>
+[[gnu::always_inline]] inline const Value& leftOf(const Registers& r) {
+    return kOperands == Operands::BothGiven     ? r.operand(r.at->a)
+           : kOperands == Operands::SecondGiven ? r.top[-1]
+                                                : r.top[-2];
+}
+
+template <Operands kOperands>
+[[gnu::always_inline]] inline const Value& rightOf(const Registers& r) {
+    return kOperands == Operands::OnStack ? r.top[-1] : r.operand(r.at->b);
+}
+
+template <Operands kOperands>
+constexpr int kTaken = kOperands == Operands::BothGiven     ? 0
+                       : kOperands == Operands::SecondGiven ? 1
+                                                            : 2;
+
+template <Operands kOperands, class Operation>
+[[gnu::always_inline]] inline bool pushResult(Registers& r, Operation operation) {
+    Value& to = r.top[-kTaken<kOperands>];
+    if (!combine(leftOf<kOperands>(r), rightOf<kOperands>(r), operation, [&to](auto result) { assign(to, result); })) {
+        return false;
+    }
+    r.top += 1 - kTaken<kOperands>;
+    r.at = r.at->next;
+    return true;
+}
+
+template <Operands kOperands, class Operation>
+[[gnu::always_inline]] inline bool storeResult(Registers& r, Operation operation) {
+    Value& to = r.frame[r.at->to];
+    if (!combine(leftOf<kOperands>(r), rightOf<kOperands>(r), operation, [&to](auto result) { assign(to, result); })) {
+        return false;
+    }
+    r.top -= kTaken<kOperands>;
+    r.at = r.at->next;
+    return true;
+}
+
+template <Operands kOperands, class Operation>
+[[gnu::always_inline]] inline bool jumpUnlessResult(Registers& r, Operation operation) {
+    bool holds = false;
+    if (!combine(leftOf<kOperands>(r), rightOf<kOperands>(r), operation, [&holds](bool result) { holds = result; })) {
+        return false;
+    }
+    r.top -= kTaken<kOperands>;
+    r.at = holds ? r.at->next : r.at->target;
+    return true;
+}
+
+} // namespace
+
+// The forms of a family, in the order of Action.
+#define ZENT_CASE(FAMILY, FORM, RUN, OPERANDS)                                                                         \
+    case Action::FAMILY + (FORM):                                                                                      \
+        if (!RUN<Operands::OPERANDS>(r, FAMILY{})) {                                                                   \
+            return leave();                                                                                            \
+        }                                                                                                              \
+        break;
+#define ZENT_FAMILY(FAMILY, RUN_LAST)                                                                                  \
+    ZENT_CASE(FAMILY, 0, pushResult, OnStack)                                                                          \
+    ZENT_CASE(FAMILY, 1, pushResult, SecondGiven)                                                                      \
+    ZENT_CASE(FAMILY, 2, pushResult, BothGiven)                                                                        \
+    ZENT_CASE(FAMILY, 3, RUN_LAST, OnStack)                                                                            \
+    ZENT_CASE(FAMILY, 4, RUN_LAST, SecondGiven)                                                                        \
+    ZENT_CASE(FAMILY, 5, RUN_LAST, BothGiven)
+
+// Runs decoded instructions from a position on. Returns the position of the one that is left to the bytes, with nothing
+// of it done.
+template <class Meter>
+int VM::runDecoded(int ip, const Floats& inputs, Floats& outputs, Meter& meter) {
+    if (static_cast<std::size_t>(ip) > code_.size()) {
+        return ip;
+    }
+    if (!decoded_) {
+        decoded_ = std::make_unique<DecodedCode>(code_, constants_, inputs);
+    }
+    Value* const bottom = stack_.from(0);
+    // One instruction pushes two values at most.
+    const Value* const last = bottom + stack_.capacity() - 2;
+    Registers r{bottom + stack_.size(), bottom + frame_, decoded_->pool(), decoded_->at(static_cast<std::size_t>(ip))};
+    const auto stop = [&] {
+        stack_.resize(static_cast<std::size_t>(r.top - bottom));
+        frame_ = static_cast<unsigned>(r.frame - bottom);
+        return static_cast<int>(decoded_->positionOf(r.at));
+    };
+    const auto leave = [&] {
+        meter.giveBack(r.at->steps);
+        return stop();
+    };
+    for (;;) {
+        const Instruction& now = *r.at;
+        if (r.top - r.frame < now.needed || r.top > last || !meter.take(now.steps)) {
+            return stop();
+        }
+        switch (static_cast<unsigned>(now.action)) {
+            ZENT_FAMILY(Add, storeResult)
+            ZENT_FAMILY(Subtract, storeResult)
+            ZENT_FAMILY(Multiply, storeResult)
+            ZENT_FAMILY(Divide, storeResult)
+            ZENT_FAMILY(Equal, jumpUnlessResult)
+            ZENT_FAMILY(Greater, jumpUnlessResult)
+            ZENT_FAMILY(Less, jumpUnlessResult)
+        case Action::Undecoded:
+            decoded_->decode(decoded_->positionOf(r.at));
+            break;
+        case Action::Leave:
+            return leave();
+        case Action::Push:
+            assign(*r.top++, r.operand(now.a));
+            r.at = now.next;
+            break;
+        case Action::PushTwo:
+            assign(r.top[0], r.operand(now.a));
+            assign(r.top[1], r.operand(now.b));
+            r.top += 2;
+            r.at = now.next;
+            break;
+        case Action::Move:
+            assign(r.frame[now.to], r.operand(now.a));
+            r.at = now.next;
+            break;
+        case Action::Pop:
+            --r.top;
+            r.at = now.next;
+            break;
+        case Action::Store:
+            assign(r.frame[now.a], r.top[-1]);
+            r.at = now.next;
+            break;
+        case Action::StorePop:
+            assign(r.frame[now.a], *--r.top);
+            r.at = now.next;
+            break;
+        case Action::Vector:
+            r.top -= 2;
+            assign(r.top[-1], ValueVector{toNumber(r.top[-1]), toNumber(r.top[0]), toNumber(r.top[1])});
+            r.at = now.next;
+            break;
+        case Action::Component:
+            if (const auto* vector = std::get_if<ValueVector>(r.top - 1)) {
+                assign(r.top[-1], component(*vector, now.a));
+                r.at = now.next;
+                break;
+            }
+            return leave();
+        case Action::ComponentOf:
+            if (const auto* vector = std::get_if<ValueVector>(&r.operand(now.a))) {
+                assign(*r.top++, component(*vector, now.b));
+                r.at = now.next;
+                break;
+            }
+            return leave();
+        case Action::Modulo:
+            takeModulo(r.top[-2], r.top[-1]);
+            --r.top;
+            r.at = now.next;
+            break;
+        case Action::Negate:
+            negate(r.top[-1]);
+            r.at = now.next;
+            break;
+        case Action::Not:
+            assign(r.top[-1], !as<bool>(r.top[-1]));
+            r.at = now.next;
+            break;
+        case Action::And:
+        case Action::Or: {
+            const bool b = as<bool>(r.top[-1]);
+            const bool a = as<bool>(r.top[-2]);
+            --r.top;
+            assign(r.top[-1], now.action == Action::And ? a && b : a || b);
+            r.at = now.next;
+            break;
+        }
+        case Action::Output:
+        case Action::OutputOf: {
+            const bool isGiven = now.action == Action::OutputOf;
+            const auto slot = static_cast<std::size_t>(isGiven ? now.b : now.a);
+            if (slot >= outputs.size()) {
+                return leave(); // the bytes make room
+            }
+            outputs[slot] = static_cast<float>(toNumber(isGiven ? r.operand(now.a) : *--r.top));
+            r.at = now.next;
+            break;
+        }
+        case Action::GetOutput:
+            if (static_cast<std::size_t>(now.a) >= outputs.size()) {
+                return leave();
+            }
+            assign(*r.top++, static_cast<double>(outputs[static_cast<std::size_t>(now.a)]));
+            r.at = now.next;
+            break;
+        case Action::Call:
+            if (calls_.size() >= kMaxCalls) {
+                return leave();
+            }
+            calls_.emplace_back(static_cast<int>(decoded_->positionOf(now.next)),
+                                static_cast<unsigned>(r.frame - bottom));
+            r.frame = r.top - now.a;
+            r.at = now.target;
+            break;
+        case Action::Native: {
+            Value* args = r.top - now.a;
+            now.native(args, *args);
+            r.top = args + 1;
+            r.at = now.next;
+            break;
+        }
+        case Action::Return: {
+            if (calls_.empty() || r.top == bottom) {
+                return leave();
+            }
+            Value* to = std::min(r.top - 1, r.frame);
+            assign(*to, r.top[-1]);
+            r.top = to + 1;
+            r.frame = bottom + calls_.back().second;
+            r.at = decoded_->at(static_cast<std::size_t>(calls_.back().first));
+            calls_.pop_back();
+            break;
+        }
+        case Action::Jump:
+            r.at = now.next;
+            break;
+        case Action::JumpUnless:
+            r.at = as<bool>(*--r.top) ? now.next : now.target;
+            break;
+        default:
+            __builtin_unreachable();
+        }
+    }
 }
 
 } // namespace zent

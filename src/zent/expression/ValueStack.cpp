@@ -2,7 +2,9 @@
 
 #include "zent/math/require.h"
 
+#include <algorithm>
 #include <string>
+#include <utility>
 
 namespace zent {
 
@@ -10,7 +12,11 @@ void ValueStack::grow() {
     if (size_ >= kLimit) {
         fail("the expression keeps more than " + std::to_string(kLimit) + " values on its stack");
     }
-    values_.resize(2 * size_);
+    std::vector<Value> wider(2 * capacity_);
+    std::copy(values_, values_ + size_, wider.begin());
+    grown_ = std::move(wider);
+    values_ = grown_.data();
+    capacity_ = grown_.size();
 }
 
 void ValueStack::failEmpty(std::size_t needed) const {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zent/expression/Value.h"
+#include "zent/expression/arithmetic.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -15,21 +15,22 @@ public:
     /// The most values that a program may keep.
     static constexpr std::size_t kLimit = std::size_t{1} << 20;
 
-    ValueStack() : values_(kUsualSize) {}
+    ValueStack() : values_(reinterpret_cast<Value*>(&room_)) {}
+    ValueStack(const ValueStack&) = delete;
+    ValueStack& operator=(const ValueStack&) = delete;
 
     std::size_t size() const { return size_; }
 
-    // By alternative, as in `store`: a copy of the whole record would wait until the parts last written reach memory.
     void push(const Value& value) {
-        std::visit([this](const auto& alternative) { push(alternative); }, value);
+        std::visit([this](auto alternative) { push(alternative); }, value);
     }
 
     template <class T>
     void push(T alternative) {
-        if (size_ == values_.size()) {
+        if (size_ == capacity_) {
             grow();
         }
-        values_[size_++].template emplace<T>(alternative);
+        assign(values_[size_++], alternative);
     }
 
     /// The value that lies `depth` below the top.
@@ -67,16 +68,16 @@ public:
     }
 
     /// The slot takes the top, which stays.
-    void store(std::size_t frame, std::size_t slot) {
-        Value& to = this->slot(frame, slot);
-        std::visit([&to](auto alternative) { to.emplace<decltype(alternative)>(alternative); }, top());
-    }
+    void store(std::size_t frame, std::size_t slot) { assign(this->slot(frame, slot), top()); }
 
     /// Removes the values down to an index; where there are none above it, none.
     void shrink(std::size_t size) { size_ = std::min(size_, size); }
 
-    /// The values from an index up.
-    Value* from(std::size_t index) { return values_.data() + index; }
+    /// The values from an index up; there is room for `capacity` from 0.
+    Value* from(std::size_t index) { return values_ + index; }
+    std::size_t capacity() const { return capacity_; }
+    /// What was written behind the size becomes part of the stack, or what lies behind it no longer is.
+    void resize(std::size_t size) { size_ = size; }
 
 private:
     static constexpr std::size_t kUsualSize = 32;
@@ -85,7 +86,11 @@ private:
     [[noreturn]] void failEmpty(std::size_t needed) const;
     [[noreturn]] void failSlot(std::size_t frame, std::size_t slot) const;
 
-    std::vector<Value> values_;
+    // Room that nothing is written to before a value is, since most programs need little of it and run once.
+    std::aligned_storage_t<kUsualSize * sizeof(Value), alignof(Value)> room_;
+    std::vector<Value> grown_;
+    Value* values_;
+    std::size_t capacity_ = kUsualSize;
     std::size_t size_ = 0;
 };
 

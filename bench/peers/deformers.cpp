@@ -1,0 +1,4 @@
+#include "Pair.h"
+namespace zent::peers {
+void deformerPeers() {}
+} // namespace zent::peers
