@@ -40,7 +40,7 @@ std::string outcome(Program program, const Floats& inputs, unsigned warmUp, std:
 
 // Also decoded as soon as it can be.
 std::string failure(const std::string& source, const Floats& inputs = {}) {
-    const std::string text = outcome(assemble(source), inputs, VM::kNever);
+    std::string text = outcome(assemble(source), inputs, VM::kNever);
     EXPECT_EQ(outcome(assemble(source), inputs, 1), text) << source;
     return text;
 }

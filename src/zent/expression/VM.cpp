@@ -390,7 +390,7 @@ template <Operands kOperands, class Operation>
 
 } // namespace
 
-// The forms of a family, in the order of Action.
+// The forms of a family, in the order of Action. NOLINTBEGIN(bugprone-macro-parentheses): names, not expressions
 #define ZENT_CASE(FAMILY, FORM, RUN, OPERANDS)                                                                         \
     case Action::FAMILY + (FORM):                                                                                      \
         if (!RUN<Operands::OPERANDS>(r, FAMILY{})) {                                                                   \
@@ -404,6 +404,7 @@ template <Operands kOperands, class Operation>
     ZENT_CASE(FAMILY, 3, RUN_LAST, OnStack)                                                                            \
     ZENT_CASE(FAMILY, 4, RUN_LAST, SecondGiven)                                                                        \
     ZENT_CASE(FAMILY, 5, RUN_LAST, BothGiven)
+// NOLINTEND(bugprone-macro-parentheses)
 
 // Runs decoded instructions from a position on. Returns the position of the one that is left to the bytes, with nothing
 // of it done.
