@@ -28,7 +28,10 @@ float evaluate(const std::vector<Key>& keys, float time, int pre = 0, int post =
         outY.push_back(key.out.y);
         outType.push_back(key.outType);
     }
-    return animCurve(time, times, values, inX, inY, inType, outX, outY, outType, pre, post, weighted);
+    const float result = animCurve(time, times, values, inX, inY, inType, outX, outY, outType, pre, post, weighted);
+    const float again = KeyedCurve({times, values, inX, inY, inType, outX, outY, outType, pre, post, weighted})(time);
+    EXPECT_TRUE(again == result || (std::isnan(again) && std::isnan(result))) << again << " " << result;
+    return result;
 }
 
 TEST(AnimCurve, Infinities) {

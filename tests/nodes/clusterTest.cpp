@@ -27,7 +27,13 @@ struct Handle {
                            rotatePivotTranslate, scalePivotTranslate);
     }
     vec3 on(vec3 point, float weight) const {
-        return on(latticeOf(1, 1, 1, {point}), boost::none, {{0u, weight}}).points[0];
+        const vec3 moved = on(latticeOf(1, 1, 1, {point}), boost::none, {{0u, weight}}).points[0];
+        const auto alone =
+            pointCluster(translation(vec3(0, 0, 100)), mat4(1.0f), angleMode, translate, rotate, rotateOrder, scale,
+                         rotatePivot, scalePivot, rotatePivotTranslate, scalePivotTranslate);
+        alone(point, 0.5f); // leaves nothing behind for the next point
+        EXPECT_EQ(alone(point, weight), moved);
+        return moved;
     }
 };
 

@@ -8,6 +8,7 @@
 #include <complex>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace zent {
 
@@ -289,21 +290,34 @@ float IMPL__hermit_evaluate(vec2 P0, vec2 P1, vec2 P2, vec2 P3, float x) {
     return P0.y + u * (m1 + u * (k * (3.0f * dy - 2.0f * a - b) + k * u * (a + b - 2.0f * dy) / dx));
 }
 
-float animCurve(float time, svec<float, 8> keyTime, svec<float, 8> keyValue, svec<float, 8> inTangentX,
-                svec<float, 8> inTangentY, svec<int, 8> inTangentType, svec<float, 8> outTangentX,
-                svec<float, 8> outTangentY, svec<int, 8> outTangentType, int preInfinity, int postInfinity,
-                bool weighted) {
-    requireAtLeast("key times", keyTime.size(), 1, "animCurve");
-    requireLists("animCurve", keyTime.size(),
-                 {{"key values", keyValue.size()},
-                  {"in-tangent x", inTangentX.size()},
-                  {"in-tangent y", inTangentY.size()},
-                  {"in-tangent types", inTangentType.size()},
-                  {"out-tangent x", outTangentX.size()},
-                  {"out-tangent y", outTangentY.size()},
-                  {"out-tangent types", outTangentType.size()}});
-    requireAscendingTimes(keyTime);
+namespace {
 
+// Both ways in have lists of their own.
+struct KeyLists {
+    const svec<float, 8>&keyTime, &keyValue, &inTangentX, &inTangentY;
+    const svec<int, 8>& inTangentType;
+    const svec<float, 8>&outTangentX, &outTangentY;
+    const svec<int, 8>& outTangentType;
+    int preInfinity, postInfinity;
+    bool weighted;
+};
+
+void requireKeys(const KeyLists& keys) {
+    requireAtLeast("key times", keys.keyTime.size(), 1, "animCurve");
+    requireLists("animCurve", keys.keyTime.size(),
+                 {{"key values", keys.keyValue.size()},
+                  {"in-tangent x", keys.inTangentX.size()},
+                  {"in-tangent y", keys.inTangentY.size()},
+                  {"in-tangent types", keys.inTangentType.size()},
+                  {"out-tangent x", keys.outTangentX.size()},
+                  {"out-tangent y", keys.outTangentY.size()},
+                  {"out-tangent types", keys.outTangentType.size()}});
+    requireAscendingTimes(keys.keyTime);
+}
+
+float evaluateKeys(float time, const KeyLists& keys) {
+    const auto& [keyTime, keyValue, inTangentX, inTangentY, inTangentType, outTangentX, outTangentY, outTangentType,
+                 preInfinity, postInfinity, weighted] = keys;
     const std::size_t last = keyTime.size() - 1;
     const float range = keyTime[last] - keyTime[0];
     const End firstEnd{
@@ -351,6 +365,32 @@ float animCurve(float time, svec<float, 8> keyTime, svec<float, 8> keyValue, sve
                           vec2(inTangentX[hi], inTangentY[hi]),
                           outTangentType[lo] == kTangentLinear && inTangentType[hi] == kTangentLinear};
     return evaluateSegment(segment, segmentShape(segment, weighted), state.time) + state.offset;
+}
+
+KeyLists listsOf(const AnimCurveKeys& keys) {
+    return {keys.time,          keys.value,        keys.inTangentX,  keys.inTangentY,
+            keys.inTangentType, keys.outTangentX,  keys.outTangentY, keys.outTangentType,
+            keys.preInfinity,   keys.postInfinity, keys.weighted};
+}
+
+} // namespace
+
+float animCurve(float time, svec<float, 8> keyTime, svec<float, 8> keyValue, svec<float, 8> inTangentX,
+                svec<float, 8> inTangentY, svec<int, 8> inTangentType, svec<float, 8> outTangentX,
+                svec<float, 8> outTangentY, svec<int, 8> outTangentType, int preInfinity, int postInfinity,
+                bool weighted) {
+    const KeyLists keys{keyTime,     keyValue,       inTangentX,  inTangentY,   inTangentType, outTangentX,
+                        outTangentY, outTangentType, preInfinity, postInfinity, weighted};
+    requireKeys(keys);
+    return evaluateKeys(time, keys);
+}
+
+KeyedCurve::KeyedCurve(AnimCurveKeys keys) : keys_(std::move(keys)) {
+    requireKeys(listsOf(keys_));
+}
+
+float KeyedCurve::operator()(float time) const {
+    return evaluateKeys(time, listsOf(keys_));
 }
 
 } // namespace zent

@@ -19,6 +19,28 @@ float animCurve(float time, svec<float, 8> keyTime, svec<float, 8> keyValue, sve
                 svec<float, 8> outTangentY, svec<int, 8> outTangentType, int preInfinity, int postInfinity,
                 bool weighted);
 
+/// The lists of `animCurve`.
+struct AnimCurveKeys {
+    svec<float, 8> time, value, inTangentX, inTangentY;
+    svec<int, 8> inTangentType;
+    svec<float, 8> outTangentX, outTangentY;
+    svec<int, 8> outTangentType;
+    int preInfinity = 0;
+    int postInfinity = 0;
+    bool weighted = false;
+};
+
+/// A curve for many inputs: its lists are checked once, with the errors of `animCurve`, and never copied. An evaluation
+/// costs the search for the segment, and gives what `animCurve` gives.
+class KeyedCurve {
+public:
+    explicit KeyedCurve(AnimCurveKeys keys);
+    float operator()(float time) const;
+
+private:
+    AnimCurveKeys keys_;
+};
+
 /// The polynomial of four Bezier ordinates, the constant first.
 std::array<float, 4> IMPL__bezier_to_poly(std::array<float, 4> ordinates);
 

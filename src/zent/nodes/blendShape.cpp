@@ -173,13 +173,14 @@ void addDifference(T& result, float weight, const T& base, const T& target, cons
     const std::vector<vec3>& from = pointsOf(base);
     const std::vector<vec3>& to = pointsOf(target);
     auto factor = factors.begin();
+    PointWriter<T> write(result);
     for (unsigned i = 0; i < count; ++i) {
         float pointWeight = weight;
         if (factor != factors.end() && factor->first == i) {
             pointWeight = weight * factor->second;
             ++factor;
         }
-        writePoint(result, i, pointsOf(result)[i] + pointWeight * (to[i] - from[i]));
+        write(i, pointsOf(result)[i] + pointWeight * (to[i] - from[i]));
     }
 }
 
@@ -214,10 +215,11 @@ void addDeltas(T& result, float weight, const DeltaList& deltas) {
     requireConsistent(result, "base");
     const std::size_t bound = indexBound(result);
     const std::size_t count = deltas.size();
+    PointWriter<T> write(result);
     for (std::size_t k = 0; k < count; ++k) {
         const auto& [i, delta] = deltas[k];
         requireIndex("deltas", k, i, bound, "the base");
-        writePoint(result, i, pointsOf(result)[i] + weight * delta);
+        write(i, pointsOf(result)[i] + weight * delta);
     }
 }
 

@@ -105,6 +105,10 @@ private:
     vec3 scale_;
 };
 
+bool whole(float weight) {
+    return std::abs(weight - 1.0f) < kThreshold;
+}
+
 } // namespace
 
 template <class T>
@@ -123,15 +127,30 @@ T& _cluster(T& geometry, boost::optional<std::vector<unsigned int>> indices, mat
     PartialHandle partial(
         {translate, rotate, rotateOrder, scale, rotatePivot, scalePivot, rotatePivotTranslate, scalePivotTranslate},
         angleMode);
+    PointWriter<T> write(geometry);
     for (const auto& [i, weight] : effectiveMembers(*indices, weights)) {
         if (untouched(weight)) {
             continue;
         }
         const vec3 point = pointsOf(geometry)[i];
-        const bool whole = std::abs(weight - 1.0f) < kThreshold;
-        writePoint(geometry, i, whole ? transformPoint(full, point) : partial(point, weight));
+        write(i, whole(weight) ? transformPoint(full, point) : partial(point, weight));
     }
     return geometry;
+}
+
+std::function<vec3(vec3, float)> pointCluster(mat4 const& first, mat4 const& second, int angleMode, vec3 translate,
+                                              vec3 rotate, int rotateOrder, vec3 scale, vec3 rotatePivot,
+                                              vec3 scalePivot, vec3 rotatePivotTranslate, vec3 scalePivotTranslate) {
+    const PartialHandle handle(
+        {translate, rotate, rotateOrder, scale, rotatePivot, scalePivot, rotatePivotTranslate, scalePivotTranslate},
+        angleMode);
+    return [handle, full = first * second](vec3 point, float weight) {
+        if (untouched(weight)) {
+            return point;
+        }
+        PartialHandle partial = handle; // with the scale of a first point
+        return whole(weight) ? transformPoint(full, point) : partial(point, weight);
+    };
 }
 
 template Curve& _cluster(Curve&, boost::optional<std::vector<unsigned int>>, mat4, mat4, int, WeightMap, vec3, vec3,

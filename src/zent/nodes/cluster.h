@@ -5,6 +5,7 @@
 
 #include <boost/optional.hpp>
 
+#include <functional>
 #include <vector>
 
 namespace zent {
@@ -26,6 +27,11 @@ extern template Surface& _cluster(Surface&, boost::optional<std::vector<unsigned
                                   vec3, vec3, int, vec3, vec3, vec3, vec3, vec3);
 extern template Lattice& _cluster(Lattice&, boost::optional<std::vector<unsigned int>>, mat4, mat4, int, WeightMap,
                                   vec3, vec3, int, vec3, vec3, vec3, vec3, vec3);
+
+/// What `_cluster` does to a point that is the only member, at a weight, set up once for any number of points.
+std::function<vec3(vec3, float)> pointCluster(mat4 const& first, mat4 const& second, int angleMode, vec3 translate,
+                                              vec3 rotate, int rotateOrder, vec3 scale, vec3 rotatePivot,
+                                              vec3 scalePivot, vec3 rotatePivotTranslate, vec3 scalePivotTranslate);
 
 Curve& clusterCurve(Curve& geometry, std::vector<unsigned int> indices, mat4 first, mat4 second, int angleMode,
                     WeightMap weights, vec3 translate, vec3 rotate, int rotateOrder, vec3 scale, vec3 rotatePivot,

@@ -38,8 +38,9 @@ T& deformSine(T& geometry, float envelope, mat4 handle, float wavelength, float 
     const PointSine moved(matrixOf(geometry), inverseMatrixOf(geometry), envelope, handle, wavelength, amplitude,
                           offset, lowBound, highBound);
     const unsigned count = pointCount(geometry);
+    PointWriter<T> write(geometry);
     for (unsigned i = 0; i < count; ++i) {
-        writePoint(geometry, i, moved(pointsOf(geometry)[i]));
+        write(i, moved(pointsOf(geometry)[i]));
     }
     return geometry;
 }

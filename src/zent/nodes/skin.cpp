@@ -53,8 +53,9 @@ SkinPalette combineInfluences(const mat4& geomMatrix, const std::vector<mat4>& m
 template <class T>
 T cleared(const T& input) {
     T result = input;
+    PointWriter<T> write(result);
     for (unsigned i = 0; i < pointCount(result); ++i) {
-        writePoint(result, i, vec3(0.0f));
+        write(i, vec3(0.0f));
     }
     return result;
 }
@@ -78,6 +79,7 @@ T IMPL_skin(float envelope, T const& input, mat4 const& geomMatrix, std::vector<
     requireAtLeast("bindPreMatrix", bindPreMatrix.size(), matrix.size(), "matrix");
     const SkinPalette palette = combineInfluences(geomMatrix, matrix, bindPreMatrix);
     T result = cleared(input);
+    PointWriter<T> write(result);
 
     const vec3* const from = pointsOf(input).data();
     const vec3* const to = pointsOf(result).data();
@@ -101,12 +103,12 @@ T IMPL_skin(float envelope, T const& input, mat4 const& geomMatrix, std::vector<
                 sum += w * influences[i](position);
                 ++k;
             } while (k < count && std::get<0>(tuples[k]) == point);
-            writePoint(result, point, toVec3(sum));
+            write(point, toVec3(sum));
         } else {
             const Influence chosen = influences[influence];
             do {
                 requireIndex("weights", k, point, pointBound, "the input");
-                writePoint(result, point, toVec3(lanes(to[point]) + weight * chosen(from[point])));
+                write(point, toVec3(lanes(to[point]) + weight * chosen(from[point])));
                 if (++k == count) {
                     break;
                 }

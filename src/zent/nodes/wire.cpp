@@ -79,10 +79,11 @@ T& wire(T& geometry, float rotation, Curve const& baseWire, Curve const& deforme
     requireAtLeast("geometry points", pointsOf(geometry).size(), bindings.size(), "bindings");
     requireWires(baseWire, deformedWire, locatorParameters, locatorTwists);
 
+    PointWriter<T> write(geometry);
     for (unsigned i = 0; i < bindings.size(); ++i) {
         const vec3 carried_world = wirePoint(toWorld(geometry, pointsOf(geometry)[i]), rotation, baseWire, deformedWire,
                                              locatorParameters, locatorTwists, bindings[i]);
-        writePoint(geometry, i, toObject(geometry, carried_world));
+        write(i, toObject(geometry, carried_world));
     }
     return geometry;
 }

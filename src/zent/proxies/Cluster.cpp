@@ -26,7 +26,7 @@ private:
 
     void split_attributes(const std::vector<unsigned int>& indices, const WeightMap& weights);
 
-    ClusterHandle handle;
+    std::function<vec3(vec3, float)> move;
     std::vector<VtxAttribute> attributes;
 };
 
@@ -35,7 +35,7 @@ void ProxyCluster<T>::init(const Arguments& args, const std::vector<Port>& ports
     constexpr unsigned int kStart = 2;
     ProxyDeformer<T>::init(args, ports);
     this->readInput(args, 0);
-    handle = ClusterHandle::read(args, kStart);
+    move = ClusterHandle::read(args, kStart).pointCluster();
     const auto indices = read<std::vector<unsigned int>>(args, 1);
     split_attributes(indices, read<WeightMap>(args, ClusterHandle::weightsArgument(kStart)));
 }
@@ -52,14 +52,8 @@ void ProxyCluster<T>::split_attributes(const std::vector<unsigned int>& indices,
 
 template <class T>
 void ProxyCluster<T>::deform(T& point, unsigned int index) const {
-    const VtxAttribute& attribute = attributes.at(index);
-    std::vector<unsigned int> indices;
-    if (attribute.listed) {
-        indices.push_back(0u);
-    }
-    _cluster<T>(point, std::move(indices), handle.first, handle.second, handle.angleMode, {{0u, attribute.weight}},
-                handle.translate, handle.rotate, handle.rotateOrder, handle.scale, handle.rotatePivot,
-                handle.scalePivot, handle.rotatePivotTranslate, handle.scalePivotTranslate);
+    vec3& moved = pointsOf(point)[0];
+    moved = move(moved, attributes.at(index).weight);
 }
 
 template Method method<ProxyCluster<Curve>>();

@@ -19,7 +19,7 @@ public:
 private:
     void split_attributes(const WeightMap& weights);
 
-    ClusterHandle handle;
+    std::function<vec3(vec3, float)> move;
     std::vector<float> weightByPoint;
 };
 
@@ -28,7 +28,7 @@ void ProxyClusterFull<T>::init(const Arguments& args, const std::vector<Port>& p
     constexpr unsigned int kStart = 1;
     ProxyDeformer<T>::init(args, ports);
     this->readInput(args, 0);
-    handle = ClusterHandle::read(args, kStart);
+    move = ClusterHandle::read(args, kStart).pointCluster();
     split_attributes(read<WeightMap>(args, ClusterHandle::weightsArgument(kStart)));
 }
 
@@ -42,10 +42,8 @@ void ProxyClusterFull<T>::split_attributes(const WeightMap& weights) {
 
 template <class T>
 void ProxyClusterFull<T>::deform(T& point, unsigned int index) const {
-    const float weight = weightByPoint.at(index);
-    _cluster<T>(point, boost::none, handle.first, handle.second, handle.angleMode, {{0u, weight}}, handle.translate,
-                handle.rotate, handle.rotateOrder, handle.scale, handle.rotatePivot, handle.scalePivot,
-                handle.rotatePivotTranslate, handle.scalePivotTranslate);
+    vec3& moved = pointsOf(point)[0];
+    moved = move(moved, weightByPoint.at(index));
 }
 
 template Method method<ProxyClusterFull<Curve>>();

@@ -2,6 +2,8 @@
 
 #include "zent/proxies/Access.h"
 
+#include <functional>
+
 namespace zent {
 
 /// What a cluster does to every point alike: its matrices and its handle's channels.
@@ -20,6 +22,8 @@ struct ClusterHandle {
 
     /// Reads the arguments from `start` on, the first matrix's; the weights among them are left to the adapter.
     static ClusterHandle read(const Arguments& args, unsigned int start);
+    /// See pointCluster.
+    std::function<vec3(vec3, float)> pointCluster() const;
     /// The argument of the weights.
     static unsigned int weightsArgument(unsigned int start) { return start + 3; }
 };
