@@ -1,7 +1,7 @@
 // Whole-shape deformers on 100,000 points, and the check's walk over as many, each beside its yardstick:
 //   skinWholeMesh      at most 1.3 times skinPalette
 //   blendWholeMesh     of whole shapes at most 1.5 times blendScaledAdds; delta lists, a third longer, stand beside it
-//   ffdWholeMesh       at most a third of ffdPlainLoop
+//   ffdWholeMesh       its yardstick stands in bench_peers
 //   pointLoopRecord    at most a third of pointLoopInitializerLists
 
 #include "zent/check/Run.h"
@@ -192,96 +192,6 @@ Lattice cube(unsigned n) {
     }
     return lattice;
 }
-
-float plainPower(float x, unsigned n) {
-    const float x2 = x * x;
-    const float x4 = x2 * x2;
-    const float x8 = x4 * x4;
-    float product = 1.0f;
-    for (; n > 10; n -= 10) {
-        product *= x8 * x2;
-    }
-    switch (n) {
-    case 0:
-        return product;
-    case 1:
-        return product * x;
-    case 2:
-        return product * x2;
-    case 3:
-        return product * (x2 * x);
-    case 4:
-        return product * x4;
-    case 5:
-        return product * (x4 * x);
-    case 6:
-        return product * (x4 * x2);
-    case 7:
-        return product * (x4 * x2 * x);
-    case 8:
-        return product * x8;
-    case 9:
-        return product * (x8 * x);
-    default:
-        return product * (x8 * x2);
-    }
-}
-
-constexpr unsigned kPlainBinomials[4][4] = {{1, 0, 0, 0}, {1, 1, 0, 0}, {1, 2, 1, 0}, {1, 3, 3, 1}};
-
-/// The window around one coordinate and its Bernstein weights, each term as the formula has it.
-unsigned plainWeights(float coordinate, unsigned count, bool local, unsigned window, std::vector<float>& weights) {
-    int start = 0;
-    float v = coordinate;
-    if (local) {
-        const float cells = static_cast<float>(count - 1);
-        const int cell = static_cast<int>(std::floor(coordinate * cells));
-        start = cell < 0 ? 0 : std::min(cell, static_cast<int>(count - window));
-        const float spacing = 1.0f / cells;
-        v = (coordinate - static_cast<float>(start) * spacing) / (spacing * static_cast<float>(window - 1));
-    }
-    for (unsigned i = 0; i < window; ++i) {
-        weights[i] = static_cast<float>(kPlainBinomials[window - 1][i]) * plainPower(v, i) *
-                     plainPower(1.0f - v, window - 1 - i);
-    }
-    return static_cast<unsigned>(start);
-}
-
-void ffdPlainLoop(benchmark::State& state) {
-    const Lattice lattice = cube(4);
-    const Mesh rest = cloud(0.0f);
-    Mesh mesh = rest;
-    unsigned window = 4;
-    bool local = false;
-    benchmark::DoNotOptimize(window); // both are known at run time only, as any lattice's are
-    benchmark::DoNotOptimize(local);
-    for (auto _ : state) {
-        mesh.points = rest.points;
-        const mat4 in = glm::inverse(mat4(1.0f)) * mat4(mesh.matrixLinear);
-        const mat4 out = mat4(mesh.inverseLinear) * mat4(1.0f);
-        std::vector<float> s(window);
-        std::vector<float> t(window);
-        std::vector<float> u(window);
-        for (vec3& point : mesh.points) {
-            const vec3 c = mat3(in) * point + vec3(in[3]) + 0.5f;
-            const unsigned startS = plainWeights(c.x, lattice.s, local, window, s);
-            const unsigned startT = plainWeights(c.y, lattice.t, local, window, t);
-            const unsigned startU = plainWeights(c.z, lattice.u, local, window, u);
-            vec3 sum(0.0f);
-            for (unsigned k = 0; k < window; ++k) {
-                for (unsigned j = 0; j < window; ++j) {
-                    for (unsigned i = 0; i < window; ++i) {
-                        sum += (t[j] * s[i] * u[k]) *
-                               lattice.points[startS + i + lattice.s * (startT + j + lattice.t * (startU + k))];
-                    }
-                }
-            }
-            point = mat3(out) * sum + vec3(out[3]);
-        }
-        benchmark::ClobberMemory();
-    }
-}
-BENCHMARK(ffdPlainLoop)->Unit(benchmark::kMicrosecond);
 
 void ffdWholeMesh(benchmark::State& state) {
     const Lattice lattice = cube(static_cast<unsigned>(state.range(0)));

@@ -1,4 +1,164 @@
+// Deformers of 100,000 points beside plain loops, and Eigen compiled for this processor.
+#include "eigenSkin.h"
 #include "Pair.h"
+
+#include "zent/nodes/animCurve.h"
+#include "zent/nodes/ffd.h"
+#include "zent/nodes/skin.h"
+
+#include <array>
+#include <cmath>
+
 namespace zent::peers {
-void deformerPeers() {}
+
+namespace {
+
+constexpr unsigned kPoints = 100000;
+constexpr unsigned kInfluences = 60;
+
+Mesh cloud() {
+    std::vector<vec3> points;
+    for (unsigned i = 0; i < kPoints; ++i) {
+        const auto t = static_cast<float>(i);
+        points.emplace_back(std::sin(0.37f * t), std::sin(0.11f * t), std::sin(0.23f * t));
+    }
+    return Mesh(std::move(points), mat4(1.0f));
+}
+
+bool agree(const std::vector<vec3>& a, const std::vector<vec3>& b) {
+    bool near = a.size() == b.size();
+    for (std::size_t i = 0; near && i < a.size(); ++i) {
+        near = glm::length(a[i] - b[i]) <= 1e-4f * (1.0f + glm::length(a[i]));
+    }
+    return near;
+}
+
+void skinPeers() {
+    const Mesh mesh = cloud();
+    std::vector<mat4> matrix;
+    std::vector<mat4> bindPreMatrix;
+    for (unsigned i = 0; i < kInfluences; ++i) {
+        const auto t = static_cast<float>(i);
+        mat4 m = glm::mat4_cast(glm::angleAxis(0.1f * t, glm::normalize(vec3(1.0f, t, 2.0f))));
+        m[3] = vec4(t, -t, 0.5f * t, 1.0f);
+        bindPreMatrix.push_back(glm::inverse(m));
+        m[3] += vec4(1.0f, 0.0f, 0.0f, 0.0f);
+        matrix.push_back(m);
+    }
+    SkinWeights weights;
+    std::vector<FourInfluences> packed(kPoints);
+    for (unsigned i = 0; i < kPoints; ++i) {
+        for (unsigned k = 0; k < 4; ++k) {
+            const unsigned influence = (i / 97 + 7 * k) % kInfluences;
+            const float weight = 0.1f * static_cast<float>(k + 1);
+            weights.emplace_back(i, influence, weight);
+            packed[i].influence[k] = static_cast<std::uint16_t>(influence);
+            packed[i].weight[k] = weight;
+        }
+    }
+    std::vector<vec3> ours;
+    const auto product = [&] { ours = skinMesh(1.0f, mesh, mat4(1.0f), matrix, bindPreMatrix, weights).points; };
+    std::vector<vec3> theirs(kPoints);
+    const auto plain = [&] {
+        std::vector<mat4> palette(kInfluences);
+        for (unsigned i = 0; i < kInfluences; ++i) {
+            palette[i] = matrix[i] * bindPreMatrix[i];
+        }
+        for (unsigned i = 0; i < kPoints; ++i) {
+            const vec3 p = mesh.points[i];
+            vec4 sum(0.0f);
+            for (unsigned k = 0; k < 4; ++k) {
+                const mat4& m = palette[packed[i].influence[k]];
+                sum += packed[i].weight[k] * (m[0] * p.x + m[1] * p.y + m[2] * p.z + m[3]);
+            }
+            theirs[i] = vec3(sum);
+        }
+    };
+    const auto eigen = [&] {
+        eigenSkin(&matrix[0][0][0], &bindPreMatrix[0][0][0], kInfluences, packed.data(), &mesh.points[0].x,
+                  &theirs[0].x, kPoints);
+    };
+    product();
+    plain();
+    requireAgreement("skin, plain loop", agree(ours, theirs));
+    measure({"skin, 100,000 points", "a plain loop over packed weights", product, plain});
+    eigen();
+    requireAgreement("skin, Eigen", agree(ours, theirs));
+    measure({"skin, 100,000 points", "Eigen, compiled for this processor", product, eigen});
+}
+
+void latticePeer() {
+    constexpr unsigned kDivisions = 4;
+    const Mesh rest = cloud();
+    Lattice lattice;
+    lattice.s = lattice.t = lattice.u = kDivisions;
+    for (unsigned i = 0; i < kDivisions * kDivisions * kDivisions; ++i) {
+        lattice.points.push_back(vec3(i % 4, i / 4 % 4, i / 16) / 3.0f - 0.5f + 0.01f * static_cast<float>(i % 5));
+    }
+    Mesh mesh = rest;
+    const auto product = [&] {
+        mesh.points = rest.points;
+        ffdMesh(mesh, lattice, mat4(1.0f), mat4(1.0f), false, 2, 2, 2);
+    };
+    std::vector<vec3> theirs(kPoints);
+    const auto weigh = [](float v) {
+        const float r = 1.0f - v;
+        return std::array<float, 4>{r * r * r, 3.0f * v * r * r, 3.0f * v * v * r, v * v * v};
+    };
+    const auto plain = [&] {
+        for (unsigned i = 0; i < kPoints; ++i) {
+            const vec3 c = rest.points[i] + 0.5f;
+            const auto s = weigh(c.x);
+            const auto t = weigh(c.y);
+            const auto u = weigh(c.z);
+            vec3 sum(0.0f);
+            const vec3* at = lattice.points.data();
+            for (std::size_t k = 0; k < 4; ++k) {
+                vec3 layer(0.0f);
+                for (std::size_t j = 0; j < 4; ++j, at += 4) {
+                    layer += t[j] * (s[0] * at[0] + s[1] * at[1] + s[2] * at[2] + s[3] * at[3]);
+                }
+                sum += u[k] * layer;
+            }
+            theirs[i] = sum;
+        }
+    };
+    product();
+    plain();
+    requireAgreement("lattice", agree(mesh.points, theirs));
+    measure({"lattice of 4 by 4 by 4, 100,000 points", "a plain loop for this lattice alone", product, plain});
+}
+
+void keyedCurvePeer() {
+    AnimCurveKeys keys;
+    for (int i = 0; i < 5000; ++i) {
+        keys.time.push_back(static_cast<float>(2 * i));
+        keys.value.push_back(i % 2 == 0 ? 1.0f : 4.0f);
+        keys.inTangentX.push_back(1.5f);
+        keys.inTangentY.push_back(0.5f);
+        keys.inTangentType.push_back(1);
+        keys.outTangentX.push_back(2.5f);
+        keys.outTangentY.push_back(-0.5f);
+        keys.outTangentType.push_back(1);
+    }
+    keys.weighted = true;
+    const KeyedCurve curve(keys);
+    volatile float sink = 0.0f;
+    const auto once = [&] {
+        return animCurve(1234.5f, keys.time, keys.value, keys.inTangentX, keys.inTangentY, keys.inTangentType,
+                         keys.outTangentX, keys.outTangentY, keys.outTangentType, 0, 0, true);
+    };
+    requireAgreement("animation curve", curve(1234.5f) == once());
+    measure({"animation curve of 5,000 keys, kept", "the same through animCurve, whose lists are copied",
+             [&] { sink = curve(1234.5f); }, [&] { sink = once(); }});
+}
+
+} // namespace
+
+void deformerPeers() {
+    skinPeers();
+    latticePeer();
+    keyedCurvePeer();
+}
+
 } // namespace zent::peers
