@@ -1,11 +1,11 @@
 #include "zentcheck/Options.h"
 
+#include "zentcheck/CommandFlags.h"
+
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <cmath>
 #include <sstream>
 #include <utility>
 
@@ -13,64 +13,14 @@ namespace host {
 
 namespace {
 
-template <class T>
-bool isNumber(const std::string& text) {
-    T number{};
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    return error == std::errc() && stop == end && std::isfinite(static_cast<double>(number));
-}
-
-std::string checkBool(std::string& text) {
-    return text == "true" || text == "false" ? "" : "should be true or false, not \"" + text + "\"";
-}
-
-std::string checkLevel(std::string& text) {
-    return isNumber<unsigned int>(text) ? "" : "should be a whole number from 0 on, not \"" + text + "\"";
-}
-
-std::string checkNumber(std::string& text) {
-    return isNumber<double>(text) ? "" : "should be a number, not \"" + text + "\"";
-}
-
-std::string checkSize(std::string& text) {
-    return isNumber<double>(text) && text.front() != '-' ? "" : "should be a number from 0 on, not \"" + text + "\"";
-}
-
-std::string checkText(std::string&) {
-    return "";
-}
-
-constexpr const char* kLogFolder = "-outputDirectory";
-
-/// A flag of the command, which is passed on only if the command line has it.
-struct CommandFlag {
-    const char* option;
-    const char* flag;
-    const char* valueName;
-    std::string (*check)(std::string&);
-    const char* help;
-    bool isReports = false; ///< ZentCheck does not have it
-};
-
-constexpr std::array<CommandFlag, 10> kCommandFlags{{
-    {"--namespace", "-namespace", "NS", checkText, "Put this namespace before every node's name"},
-    {"--output-directory", kLogFolder, "DIR", checkText, "Write the log into DIR/ZentCheckLog.txt"},
-    {"--verbose", "-verbose", "N", checkLevel, "1: tell each record's start and end; 2: also its inputs [0]"},
-    {"--ignore-deformer", "-ignoreDeformer", "BOOL", checkBool, "Leave out the deformers' records [true]"},
-    {"--stop-on-first-error", "-stopOnFirstError", "BOOL", checkBool, "End at the first mismatch [true]"},
-    {"--skip", "-skip", "\"a;b\"", checkText, "Leave out the records of these methods"},
-    {"--epsilon", "-epsilon", "X", checkNumber, "Two numbers match if they differ by less than X [0.001]"},
-    {"--warn", "-warn", "X", checkSize, "Mark records that match but are further off than X", true},
-    {"--relative", "-relative", "R", checkSize, "Numbers also match within R times the larger one", true},
-    {"--points", "-points", "N", checkLevel, "Write out shapes of up to N points [200000]", true},
-}};
-
 constexpr const char* kReport =
     "With a report (deformers are checked too, and all records, unless flags say otherwise)";
 
+constexpr const char* kBatch = "Many checks";
+
 constexpr const char* kUsage =
     "Usage: zentcheck [options] MANIFEST [RESOURCE]\n"
+    "       zentcheck --batch LIST --results FOLDER [options]\n"
     "       zentcheck --scene FILE --make-manifest [options] MANIFEST RESOURCE\n"
     "       zentcheck --lint [--scene FILE] MANIFEST [RESOURCE]\n"
     "       zentcheck --snapshot FILE [--frames A-B] [--step X] [--scene FILE] MANIFEST [RESOURCE]\n"
@@ -99,6 +49,18 @@ std::vector<std::string> split(const std::string& text) {
         }
     }
     return names;
+}
+
+/// "3/16".
+std::string readShard(const std::string& text, Shard& shard) {
+    const std::size_t slash = text.find('/');
+    std::string part = text.substr(0, slash);
+    std::string parts = slash == std::string::npos ? "" : text.substr(slash + 1);
+    if (!checkCount(part).empty() || !checkCount(parts).empty() || std::stoul(part) > std::stoul(parts)) {
+        return "should be such as 3/16, not \"" + text + "\"";
+    }
+    shard = {static_cast<unsigned int>(std::stoul(part)), static_cast<unsigned int>(std::stoul(parts))};
+    return "";
 }
 
 /// A file whose name begins with "-" is no flag.
@@ -137,6 +99,18 @@ std::vector<std::string> Options::snapshotWords() const {
     return words;
 }
 
+void Options::setFlag(const std::string& flag, const std::string& value) {
+    const auto found = std::find(flags.begin(), flags.end(), flag);
+    if (found == flags.end()) {
+        flags.insert(flags.end(), {flag, value});
+    } else {
+        *(found + 1) = value;
+    }
+    if (flag == "-skip") {
+        skipped = split(value);
+    }
+}
+
 bool Options::has(const char* flag) const {
     return std::find(flags.begin(), flags.end(), flag) != flags.end();
 }
@@ -169,10 +143,10 @@ Options parseOptions(int argc, char** argv) {
     Options options;
     app.add_option("MANIFEST", options.manifest, "The records to check, a JSON file")->type_name("");
     app.add_option("RESOURCE", options.resource, "The file of large values that the manifest refers to")->type_name("");
-    std::array<std::string, kCommandFlags.size()> values;
-    std::array<CLI::Option*, kCommandFlags.size()> given{};
-    for (std::size_t i = 0; i < kCommandFlags.size(); ++i) {
-        const CommandFlag& flag = kCommandFlags[i];
+    std::array<std::string, std::tuple_size_v<CommandFlags>> values;
+    std::array<CLI::Option*, std::tuple_size_v<CommandFlags>> given{};
+    for (std::size_t i = 0; i < commandFlags().size(); ++i) {
+        const CommandFlag& flag = commandFlags()[i];
         given[i] = app.add_option(flag.option, values[i], flag.help)
                        ->check(CLI::Validator(flag.check, ""))
                        ->type_name(flag.valueName);
@@ -270,8 +244,40 @@ Options parseOptions(int argc, char** argv) {
         ->type_name("X")
         ->needs(snapshot)
         ->group(kInsteadOfARun);
+    CLI::Option* batch =
+        app.add_option("--batch", options.batch, "Check all of a list, JSON Lines, or of a pattern of manifests")
+            ->type_name("LIST")
+            ->needs(results)
+            ->group(kBatch);
+    for (CLI::Option* other : {make, lint, methods, list, disassemble, compile, snapshot}) {
+        batch->excludes(other);
+    }
+    app.add_option("--jobs", options.jobs, "How many processes [as many as there are processors]")
+        ->check(CLI::Validator(checkCount, ""))
+        ->type_name("N")
+        ->needs(batch)
+        ->group(kBatch);
+    app.add_option("--shard", "Only the I-th of N parts of the list")
+        ->check(CLI::Validator([&options](std::string& text) { return readShard(text, options.shard); }, ""))
+        ->type_name("I/N")
+        ->needs(batch)
+        ->group(kBatch);
+    app.add_flag("--resume", options.resume, "Only what has no results in the folder yet")->needs(batch)->group(kBatch);
+    app.add_option("--timeout", options.limits.seconds, "End a check that takes longer than S seconds, as an error")
+        ->check(CLI::Validator(checkPositive, ""))
+        ->type_name("S")
+        ->needs(batch)
+        ->group(kBatch);
+    app.add_option("--memory", options.limits.megabytes, "End a check that needs more than MB megabytes, as an error")
+        ->check(CLI::Validator(checkCount, ""))
+        ->type_name("MB")
+        ->needs(batch)
+        ->group(kBatch);
     try {
         app.parse(argc, argv);
+        if (!options.batch.empty() && !(options.manifest.empty() && options.scenes.empty())) {
+            throw CLI::ValidationError("--batch", "the list has the manifests and the scenes");
+        }
         if (options.makeManifest && options.resource.empty()) {
             throw CLI::RequiredError("RESOURCE");
         }
@@ -282,9 +288,9 @@ Options parseOptions(int argc, char** argv) {
             (!options.isRun() || !options.snapshot.empty() || options.makeManifest || options.wantsReport())) {
             throw CLI::ValidationError("--scene", "only a check without a report takes several");
         }
-        for (std::size_t i = 0; i < kCommandFlags.size(); ++i) {
-            if (kCommandFlags[i].isReports && given[i]->count() > 0 && !options.wantsReport()) {
-                throw CLI::ValidationError(kCommandFlags[i].option,
+        for (std::size_t i = 0; i < commandFlags().size(); ++i) {
+            if (commandFlags()[i].isReports && given[i]->count() > 0 && !options.wantsReport()) {
+                throw CLI::ValidationError(commandFlags()[i].option,
                                            "only goes with --results, --junit, --report or --strict");
             }
         }
@@ -299,12 +305,9 @@ Options parseOptions(int argc, char** argv) {
     if (!options.scenes.empty()) {
         options.scene = options.scenes.front();
     }
-    for (std::size_t i = 0; i < kCommandFlags.size(); ++i) {
+    for (std::size_t i = 0; i < commandFlags().size(); ++i) {
         if (given[i]->count() > 0) {
-            options.flags.insert(options.flags.end(), {kCommandFlags[i].flag, values[i]});
-            if (kCommandFlags[i].flag == std::string("-skip")) {
-                options.skipped = split(values[i]);
-            }
+            options.setFlag(commandFlags()[i].flag, values[i]);
         }
     }
     return options;

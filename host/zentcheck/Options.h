@@ -1,11 +1,19 @@
 #pragma once
 
+#include "batch/Workers.h"
+
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace host {
+
+/// Part `part` of `parts` of a list of checks.
+struct Shard {
+    unsigned int part = 1;
+    unsigned int parts = 1;
+};
 
 /// What the command line asks for.
 struct Options {
@@ -38,15 +46,24 @@ struct Options {
     std::vector<std::string> exportFlags; ///< those of ZentManifest
     bool lint = false;                    ///< look for the manifest's mistakes, instead of a run
 
+    std::string batch;                ///< a list of checks, or a pattern of manifests, instead of one check
+    std::optional<unsigned int> jobs; ///< processes
+    Shard shard;
+    bool resume = false;
+    batch::Limits limits; ///< of each check of a list
+
     bool needsManifest() const {
-        return listResources.empty() && disassemble.empty() && compileExpression.empty() && !listMethods;
+        return batch.empty() && listResources.empty() && disassemble.empty() && compileExpression.empty() &&
+               !listMethods;
     }
-    bool isRun() const { return needsManifest() && !lint; }
+    bool isRun() const { return !batch.empty() || (needsManifest() && !lint); }
     /// The resource file that is asked about instead of a run.
     const std::string& toolFile() const {
         return lint ? resource : listResources.empty() ? disassemble : listResources;
     }
     bool has(const char* flag) const;
+    /// One of the command's flags, in place of what it has.
+    void setFlag(const std::string& flag, const std::string& value);
     /// The value of one of the command's flags, empty if it is not given.
     std::string flagValue(const char* flag) const;
     /// Whether ZentReport runs, not ZentCheck.

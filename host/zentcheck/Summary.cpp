@@ -75,8 +75,7 @@ std::vector<std::string> problemsOf(const json& summary, const Options& options)
 
 } // namespace
 
-Summary readSummary(const std::string& text, const Options& options) {
-    const json summary = json::parse(text);
+Summary readSummary(const json& summary, const Options& options) {
     std::uint64_t unknown = 0;
     for (const json& method : summary.at("methods")) {
         const json& names = summary.at("unknown");

@@ -2,6 +2,8 @@
 
 #include "zentcheck/Options.h"
 
+#include <nlohmann/json.hpp>
+
 #include <string>
 #include <vector>
 
@@ -16,7 +18,7 @@ struct Summary {
     bool hasError = false;
 };
 
-/// Reads the summary's JSON (docs/results-format.md).
-Summary readSummary(const std::string& text, const Options& options);
+/// Reads the summary's object (docs/results-format.md). Throws where it is none.
+Summary readSummary(const nlohmann::json& summary, const Options& options);
 
 } // namespace host

@@ -45,6 +45,11 @@ void Terminal::progress(int record, int records, const std::string& name) {
     record_.assign(name, 0, kMaxRecord);
 }
 
+void Terminal::progress(const std::string& place) {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    place_ = ", " + place;
+}
+
 void Terminal::warning(const std::string& text) {
     const std::lock_guard<std::mutex> lock(mutex_);
     clearProgress();
@@ -90,7 +95,7 @@ void Terminal::showProgress() {
     end_.wait_for(lock, kQuietStart, [this] { return isOver_; });
     while (!isOver_) {
         const std::string place =
-            recordNumber_ == 0 ? "" : fmt::format(", record {} of {}: {}", recordNumber_, records_, record_);
+            recordNumber_ == 0 ? place_ : fmt::format(", record {} of {}: {}", recordNumber_, records_, record_);
         write(stderr, fmt::format("\r\033[Kzentcheck: {:.0f} s{}", seconds(), place));
         isShown_ = true;
         end_.wait_for(lock, kInterval, [this] { return isOver_; });

@@ -25,6 +25,8 @@ public:
     void error(const std::string& text);
     /// Where the run is: the number of its record, and the record.
     void progress(int record, int records, const std::string& name);
+    /// The same, in words.
+    void progress(const std::string& place);
     /// What a terminal shows at the end, with the time.
     void setSummary(const std::string& text);
     /// What is shown at the end: a line, also in a pipe, and above it a table on a terminal.
@@ -52,6 +54,7 @@ private:
     int recordNumber_ = 0;
     int records_ = 0;
     std::string record_; ///< the one that the run is at
+    std::string place_;  ///< the same in words
     std::thread progress_;
 };
 

@@ -14,6 +14,7 @@
 #include "zentcheck/Options.h"
 #include "zentcheck/Plugin.h"
 #include "zentcheck/Reports.h"
+#include "zentcheck/runBatch.h"
 #include "zentcheck/Summary.h"
 #include "zentcheck/Terminal.h"
 
@@ -129,7 +130,7 @@ Status runReport(const host::Options& options, host::Terminal& terminal) {
     if (text == nullptr) {
         return kFailed;
     }
-    const host::Summary summary = host::readSummary(*text, options);
+    const host::Summary summary = host::readSummary(nlohmann::json::parse(*text), options);
     terminal.setSummary(summary.line, summary.table);
     Status status = summary.hasMismatch ? kMismatched : kMatched;
     if (options.isStrict) {
@@ -199,7 +200,7 @@ Status runTool(const host::Options& options) {
     return kFailed;
 }
 
-Status run(const host::Options& options) {
+int run(const host::Options& options) {
     host::Terminal terminal(options.isQuiet);
     host::setDisplay({[&terminal](const std::string& line) { terminal.info(line); },
                       [&terminal](const std::string& text) { terminal.warning(text); },
@@ -207,13 +208,14 @@ Status run(const host::Options& options) {
     host::setProgressDisplay([&terminal](const host::Progress& progress) {
         terminal.progress(progress.amount, progress.greatest, progress.status);
     });
-    Status status = kFailed;
+    int status = kFailed;
     terminal.setSummary("the run failed");
     try {
         if (options.scenes.size() == 1) {
             openScene(options, *options.scene);
         }
-        status = options.makeManifest        ? makeManifest(options, terminal)
+        status = !options.batch.empty()      ? host::runBatch(options, terminal)
+                 : options.makeManifest      ? makeManifest(options, terminal)
                  : !options.snapshot.empty() ? takeSnapshot(options, terminal)
                  : options.wantsReport()     ? runReport(options, terminal)
                                              : runCheck(options, terminal);

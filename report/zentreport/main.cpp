@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -48,9 +50,34 @@ Status statusOf(const report::Tally& tally) {
     return tally.counts[zent::Outcome::mismatch] > 0 ? kMismatched : kMatched;
 }
 
+/// Of a folder all results files in it, by name; of anything else itself.
+std::vector<std::string> filesOf(const std::string& path) {
+    namespace fs = std::filesystem;
+    if (!fs::is_directory(path)) {
+        return {path};
+    }
+    std::vector<std::string> files;
+    for (const fs::directory_entry& entry : fs::directory_iterator(path)) {
+        const std::string name = entry.path().filename().string();
+        if (entry.path().extension() == ".jsonl" && name.front() != '.') {
+            files.push_back(entry.path().string());
+        }
+    }
+    if (files.empty()) {
+        throw std::runtime_error("no results files in folder " + path);
+    }
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
 Status run(const Options& options) {
-    report::Report report(options.junit, options.page);
+    std::vector<std::string> files;
     for (const std::string& path : options.files) {
+        const std::vector<std::string> more = filesOf(path);
+        files.insert(files.end(), more.begin(), more.end());
+    }
+    report::Report report(options.junit, options.page);
+    for (const std::string& path : files) {
         const report::FileTally& file = report.read(path, path);
         if (!file.problem.empty()) {
             fmt::print(stderr, "zentreport: {}: {}\n", path, file.problem);

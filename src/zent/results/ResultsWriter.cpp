@@ -157,11 +157,11 @@ ResultsWriter::~ResultsWriter() {
     close();
 }
 
-void ResultsWriter::open(const std::string& path) {
+void ResultsWriter::open(const std::string& path, std::uint64_t kept) {
     path_ = path;
     constexpr int kMode = 0666; // as far as the user's mask allows
-    file_ = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kMode);
-    if (file_ < 0) {
+    file_ = ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | (kept == 0 ? O_TRUNC : O_APPEND), kMode);
+    if (file_ < 0 || (kept != 0 && ftruncate(file_, static_cast<off_t>(kept)) != 0)) {
         throw std::runtime_error("cannot write results file " + path + ": " + std::strerror(errno));
     }
 }

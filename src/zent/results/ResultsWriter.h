@@ -57,8 +57,9 @@ public:
     ResultsWriter& operator=(const ResultsWriter&) = delete;
     ~ResultsWriter();
 
-    /// Throws std::runtime_error with the reason. Until then, lines go nowhere.
-    void open(const std::string& path);
+    /// Throws std::runtime_error with the reason. Until then, lines go nowhere. Of a file that is there, its first
+    /// `kept` bytes stay, and lines come behind them.
+    void open(const std::string& path, std::uint64_t kept = 0);
     bool isOpen() const { return file_ >= 0; }
     /// Why the file was given up; empty where it was not.
     const std::string& problem() const { return problem_; }
