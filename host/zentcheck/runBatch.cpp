@@ -57,7 +57,7 @@ void completeFlags(const Options& batch, batch::Check& check) {
 }
 
 /// In a worker. The first error that is told is the one that ended it.
-std::string runCheck(const Options& batch, const batch::Check& check, const std::string& results) {
+std::string checkInWorker(const Options& batch, const batch::Check& check, const std::string& results) {
     std::string error;
     setDisplay({{}, {}, [&error](const std::string& text) { error = error.empty() ? text : error; }});
     const Options options = optionsOf(batch, check);
@@ -180,7 +180,7 @@ int runBatch(const Options& options, Terminal& terminal) {
         batch.run(
             options.jobs.value_or(batch::usableProcessors()), options.limits,
             [&options](const batch::Check& check, const std::string& results) {
-                return runCheck(options, check, results);
+                return checkInWorker(options, check, results);
             },
             [&terminal](const batch::BatchProgress& progress) { terminal.progress(progressText(progress)); });
     }

@@ -51,7 +51,7 @@ Status statusOf(const report::Tally& tally) {
 }
 
 /// Of a folder all results files in it, by name; of anything else itself.
-std::vector<std::string> filesOf(const std::string& path) {
+std::vector<std::string> resultsIn(const std::string& path) {
     namespace fs = std::filesystem;
     if (!fs::is_directory(path)) {
         return {path};
@@ -73,7 +73,7 @@ std::vector<std::string> filesOf(const std::string& path) {
 Status run(const Options& options) {
     std::vector<std::string> files;
     for (const std::string& path : options.files) {
-        const std::vector<std::string> more = filesOf(path);
+        const std::vector<std::string> more = resultsIn(path);
         files.insert(files.end(), more.begin(), more.end());
     }
     report::Report report(options.junit, options.page);
