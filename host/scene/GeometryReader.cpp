@@ -57,7 +57,7 @@ std::shared_ptr<const Object> GeometryReader::read(const Slot& slot, const Json&
     for (const auto& [key, member] : members(requireObject(slot, "geometry", value))) {
         if (key == "id") {
             const unsigned int id = readCount(slot, "id", member, std::numeric_limits<unsigned int>::max());
-            return withTopology<T>(slot, readBlock<T>(slot, id), value);
+            return withMembers<T>(slot, readBlock<T>(slot, id), value);
         }
     }
     return readGeometryForm<T>(slot, value);

@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace scene {
 
@@ -18,6 +19,9 @@ public:
     GeometryReader(const GeometryReader&) = delete;
     GeometryReader& operator=(const GeometryReader&) = delete;
     ~GeometryReader();
+
+    /// Another resource file than that of the constructor, before any geometry is read.
+    void setFile(std::string resourceFile) { resourceFile_ = std::move(resourceFile); }
 
     /// T is MeshData, CurveData, SurfaceData or LatticeData.
     template <class T>

@@ -224,30 +224,40 @@ std::shared_ptr<Object> readGeometryForm<LatticeData>(const Slot& slot, const Js
     return lattice;
 }
 
+/// A copy of a block's geometry with what is told besides; the block's own where nothing is.
 template <class T>
-std::shared_ptr<const Object> withTopology(const Slot& slot, std::shared_ptr<const Object> geometry,
-                                           const Json& value) {
-    Fields(slot, value).requireOnly({"id"});
-    return geometry;
+std::shared_ptr<T> copyWithMatrix(const Slot& slot, const Object& geometry, const Fields& fields) {
+    auto copy = std::make_shared<T>(static_cast<const T&>(geometry));
+    if (const Json* matrix = fields.find("matrix")) {
+        copy->transform = readMatrix(slot, "matrix", *matrix);
+    }
+    return copy;
+}
+
+template <class T>
+std::shared_ptr<const Object> withMembers(const Slot& slot, std::shared_ptr<const Object> geometry, const Json& value) {
+    const Fields fields(slot, value);
+    fields.requireOnly({"id", "matrix"});
+    return value.size() == 1 ? geometry : copyWithMatrix<T>(slot, *geometry, fields);
 }
 
 template <>
-std::shared_ptr<const Object> withTopology<MeshData>(const Slot& slot, std::shared_ptr<const Object> geometry,
-                                                     const Json& value) {
+std::shared_ptr<const Object> withMembers<MeshData>(const Slot& slot, std::shared_ptr<const Object> geometry,
+                                                    const Json& value) {
     const Fields fields(slot, value);
-    fields.requireOnly({"id", "polygons", "uvSets"});
+    fields.requireOnly({"id", "matrix", "polygons", "uvSets"});
     if (value.size() == 1) {
         return geometry;
     }
-    auto mesh = std::make_shared<MeshData>(*static_cast<const MeshData*>(geometry.get()));
+    auto mesh = copyWithMatrix<MeshData>(slot, *geometry, fields);
     readTopology(slot, fields, *mesh);
     return mesh;
 }
 
-template std::shared_ptr<const Object> withTopology<CurveData>(const Slot&, std::shared_ptr<const Object>, const Json&);
-template std::shared_ptr<const Object> withTopology<SurfaceData>(const Slot&, std::shared_ptr<const Object>,
-                                                                 const Json&);
-template std::shared_ptr<const Object> withTopology<LatticeData>(const Slot&, std::shared_ptr<const Object>,
-                                                                 const Json&);
+template std::shared_ptr<const Object> withMembers<CurveData>(const Slot&, std::shared_ptr<const Object>, const Json&);
+template std::shared_ptr<const Object> withMembers<SurfaceData>(const Slot&, std::shared_ptr<const Object>,
+                                                                const Json&);
+template std::shared_ptr<const Object> withMembers<LatticeData>(const Slot&, std::shared_ptr<const Object>,
+                                                                const Json&);
 
 } // namespace scene

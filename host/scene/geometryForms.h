@@ -12,9 +12,9 @@ namespace scene {
 template <class T>
 std::shared_ptr<Object> readGeometryForm(const Slot& slot, const Json& value);
 
-/// Geometry from a block with what the scene file tells besides: the polygons and UV sets of a mesh.
+/// Geometry from a block with what the scene file tells besides: its matrix, the polygons and UV sets of a mesh.
 template <class T>
-std::shared_ptr<const Object> withTopology(const Slot& slot, std::shared_ptr<const Object> geometry, const Json& value);
+std::shared_ptr<const Object> withMembers(const Slot& slot, std::shared_ptr<const Object> geometry, const Json& value);
 
 template <>
 std::shared_ptr<Object> readGeometryForm<MeshData>(const Slot& slot, const Json& value);
@@ -25,7 +25,7 @@ std::shared_ptr<Object> readGeometryForm<SurfaceData>(const Slot& slot, const Js
 template <>
 std::shared_ptr<Object> readGeometryForm<LatticeData>(const Slot& slot, const Json& value);
 template <>
-std::shared_ptr<const Object> withTopology<MeshData>(const Slot& slot, std::shared_ptr<const Object> geometry,
-                                                     const Json& value);
+std::shared_ptr<const Object> withMembers<MeshData>(const Slot& slot, std::shared_ptr<const Object> geometry,
+                                                    const Json& value);
 
 } // namespace scene

@@ -12,6 +12,7 @@
 #include <fstream>
 #include <stdexcept>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace scene {
@@ -19,12 +20,15 @@ namespace scene {
 namespace {
 
 /// Values are read by recursion, and so are the plugs that they make.
-constexpr int kMaxDepth = 1000;
+constexpr std::size_t kMaxDepth = 1000;
 
 // A node's type and an attribute of that name are told apart by a ".", which no attribute's name has.
 constexpr const char* kTypeKey = "type";
 constexpr const char* kTypeAttribute = ".type";
 
+constexpr const char* kResourceKey = "resource";
+constexpr const char* kResourceForm =
+    "\"resource\" should be the name of a file beside the scene, and stand before \"nodes\"";
 constexpr const char* kNodesForm = "\"nodes\" should be an object of nodes by their names";
 
 std::vector<char> readFile(const std::string& path) {
@@ -105,31 +109,117 @@ void takeTimeOfNodes(Scene& scene) {
     }
 }
 
-/// Parses the file, and reads each node as soon as its text ends, so that no more than one is in memory. What is left
-/// over is all but the nodes.
-Json readNodes(const std::vector<char>& text, GeometryReader& geometry, Scene& scene) {
-    constexpr int kTop = 1; // the depth of the file's own keys
-    constexpr int kNode = 2;
-    bool isInNodes = false;
-    std::string path;
-    return Json::parse(text, [&](int depth, Json::parse_event_t event, Json& value) {
-        if (depth > kMaxDepth) {
-            throw std::runtime_error(fmt::format("{}{}values nest more than {} levels deep", isInNodes ? path : "",
-                                                 isInNodes ? ": " : "", kMaxDepth));
+/// Reads each node as soon as its text ends, so that no more than one is in memory. What is left over is all but the
+/// nodes.
+class NodeReader : public nlohmann::json_sax<Json> {
+public:
+    NodeReader(std::filesystem::path folder, GeometryReader& geometry, Scene& scene)
+        : folder_(std::move(folder)), geometry_(geometry), scene_(scene) {}
+
+    Json take() { return std::move(root_); }
+
+    bool null() override { return add(nullptr); }
+    bool boolean(bool value) override { return add(value); }
+    bool number_integer(number_integer_t value) override { return add(value); }
+    bool number_unsigned(number_unsigned_t value) override { return add(value); }
+    bool number_float(number_float_t value, const string_t&) override { return add(value); }
+    bool binary(binary_t&) override { return false; } // no text has one
+    bool string(string_t& value) override {
+        if (open_.size() == kTop && topKey_ == kResourceKey) {
+            geometry_.setFile(besideScene(value));
         }
-        if (event == Json::parse_event_t::key && depth == kTop) {
-            isInNodes = value == "nodes";
-        } else if (event == Json::parse_event_t::key && depth == kNode && isInNodes) {
-            path = value.get_ref<const std::string&>();
-        } else if (event == Json::parse_event_t::array_start && depth == kTop && isInNodes) {
+        return add(std::move(value));
+    }
+    bool start_object(std::size_t) override {
+        open(Json::value_t::object);
+        return true;
+    }
+    bool start_array(std::size_t) override {
+        if (open_.size() == kTop && isInNodes()) {
             throw std::runtime_error(kNodesForm);
-        } else if (event == Json::parse_event_t::object_end && depth == kNode && isInNodes) {
-            readNode(path, value, geometry, scene);
-            return false;
+        }
+        open(Json::value_t::array);
+        return true;
+    }
+    bool key(string_t& name) override {
+        requireShallow();
+        if (open_.size() == kTop) {
+            topKey_ = name;
+            hasNodes_ = hasNodes_ || isInNodes();
+        } else if (open_.size() == kNodes && isInNodes()) {
+            path_ = name;
+        }
+        member_ = &open_.back()->get_ref<Json::object_t&>()[name];
+        return true;
+    }
+    bool end_object() override {
+        const Json& ended = *open_.back();
+        open_.pop_back();
+        if (open_.size() == kNodes && isInNodes()) {
+            readNode(path_, ended, geometry_, scene_);
+            if (Json& nodes = *open_.back(); nodes.is_object()) {
+                nodes.get_ref<Json::object_t&>().pop_back();
+            }
         }
         return true;
-    });
-}
+    }
+    bool end_array() override {
+        open_.pop_back();
+        return true;
+    }
+    bool parse_error(std::size_t, const std::string&, const nlohmann::detail::exception& error) override {
+        throw std::runtime_error(error.what());
+    }
+
+private:
+    static constexpr std::size_t kTop = 1; // how many are open where the file's own keys stand
+    static constexpr std::size_t kNodes = 2;
+
+    bool isInNodes() const { return topKey_ == "nodes"; }
+
+    void requireShallow() const {
+        if (open_.size() > kMaxDepth) {
+            throw std::runtime_error(fmt::format("{}{}values nest more than {} levels deep", isInNodes() ? path_ : "",
+                                                 isInNodes() ? ": " : "", kMaxDepth));
+        }
+    }
+
+    Json& place(Json value) {
+        requireShallow();
+        Json* at = &root_;
+        if (!open_.empty() && open_.back()->is_array()) {
+            open_.back()->push_back(nullptr);
+            at = &open_.back()->back();
+        } else if (!open_.empty()) {
+            at = member_;
+        }
+        *at = std::move(value);
+        return *at;
+    }
+    bool add(Json value) {
+        place(std::move(value));
+        return true;
+    }
+    void open(Json::value_t type) { open_.push_back(&place(Json(type))); }
+
+    std::string besideScene(const std::string& name) const {
+        const std::filesystem::path file(name);
+        if (file.filename() != file || name == "." || name == ".." || hasNodes_) {
+            throw std::runtime_error(kResourceForm);
+        }
+        return (folder_ / file).string();
+    }
+
+    const std::filesystem::path folder_;
+    GeometryReader& geometry_;
+    Scene& scene_;
+    Json root_;
+    std::vector<Json*> open_; ///< the objects and lists around the next value
+    Json* member_ = nullptr;  ///< of the last one, if that is an object
+    std::string topKey_;
+    std::string path_; ///< of the node
+    bool hasNodes_ = false;
+};
 
 void readConnections(const Json& connections, Scene& scene) {
     if (!connections.is_array()) {
@@ -152,8 +242,10 @@ void readConnections(const Json& connections, Scene& scene) {
     }
 }
 
-void readScene(const std::vector<char>& text, GeometryReader& geometry, Scene& scene) {
-    const Json file = readNodes(text, geometry, scene);
+void readScene(const std::string& path, GeometryReader& geometry, Scene& scene) {
+    NodeReader reader(std::filesystem::path(path).parent_path(), geometry, scene);
+    Json::sax_parse(readFile(path), &reader);
+    const Json file = reader.take();
     if (!file.is_object()) {
         throw std::runtime_error("should be an object with \"nodes\" and \"connections\"");
     }
@@ -165,6 +257,10 @@ void readScene(const std::vector<char>& text, GeometryReader& geometry, Scene& s
             readTime(value, geometry, scene);
         } else if (key == "selected") {
             readSelection(value, scene);
+        } else if (key == kResourceKey) {
+            if (!value.is_string()) {
+                throw std::runtime_error(kResourceForm);
+            }
         } else if (key != "nodes") {
             throw std::runtime_error(fmt::format("has no use for \"{}\"", key));
         } else if (!value.is_object()) {
@@ -181,7 +277,7 @@ void readScene(const std::vector<char>& text, GeometryReader& geometry, Scene& s
 void readSceneFile(const std::string& path, const std::string& resource, Scene& scene) {
     try {
         GeometryReader geometry(resource);
-        readScene(readFile(path), geometry, scene);
+        readScene(path, geometry, scene);
     } catch (const std::exception& error) {
         throw std::runtime_error(fmt::format("scene {}: {}", path, error.what()));
     }

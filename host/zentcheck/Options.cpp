@@ -90,8 +90,10 @@ std::vector<std::string> Options::commandWords(const std::string& logFolder) con
 std::vector<std::string> Options::snapshotWords() const {
     std::vector<std::string> words{"-manifest", asArgument(manifest), "-output", asArgument(snapshot)};
     const std::string nameSpace = flagValue("-namespace");
-    for (const auto& [flag, value] :
-         {std::pair<const char*, const std::string&>("-namespace", nameSpace), {"-frames", frames}, {"-step", step}}) {
+    for (const auto& [flag, value] : {std::pair<const char*, const std::string&>("-namespace", nameSpace),
+                                      {"-resource", resource},
+                                      {"-frames", frames},
+                                      {"-step", step}}) {
         if (!value.empty()) {
             words.insert(words.end(), {flag, value});
         }
@@ -121,8 +123,11 @@ std::string Options::flagValue(const char* flag) const {
 }
 
 std::vector<std::string> Options::exportWords() const {
-    std::vector<std::string> words{"-output", manifest, "-resource", resource};
+    std::vector<std::string> words{"-output", asArgument(manifest), "-resource", asArgument(resource)};
     words.insert(words.end(), exportFlags.begin(), exportFlags.end());
+    if (!snapshot.empty()) {
+        words.insert(words.end(), {"-snapshot", asArgument(snapshot)});
+    }
     for (const char* flag : {"-namespace", "-skip"}) {
         if (has(flag)) {
             words.insert(words.end(), {flag, flagValue(flag)});
@@ -234,7 +239,7 @@ Options parseOptions(int argc, char** argv) {
         ->excludes(lint)
         ->excludes(methods)
         ->group(kInsteadOfARun);
-    snapshot->excludes(results)->excludes(junit)->excludes(page)->excludes(strict)->excludes(make);
+    snapshot->excludes(results)->excludes(junit)->excludes(page)->excludes(strict);
     app.add_option("--frames", options.frames, "One scene for each of these frames, such as 1-24")
         ->type_name("A-B")
         ->needs(snapshot)
@@ -283,6 +288,9 @@ Options parseOptions(int argc, char** argv) {
         }
         if (options.manifest.empty() && options.needsManifest()) {
             throw CLI::RequiredError("MANIFEST");
+        }
+        if (options.makeManifest && !options.frames.empty()) {
+            throw CLI::ExcludesError("--frames", "--make-manifest");
         }
         if (options.scenes.size() > 1 &&
             (!options.isRun() || !options.snapshot.empty() || options.makeManifest || options.wantsReport())) {

@@ -1,5 +1,6 @@
 #include "zent/methods/Exporter.h"
 #include "zent/methods/Lint.h"
+#include "zent/methods/WholeFiles.h"
 
 #include "maya/Scene.h"
 #include "scene/sceneFile.h"
@@ -59,7 +60,9 @@ protected:
         scene::readSceneFile(folder + "export.json", "", scene::Scene::current());
         settings.manifest = folder + "exported.json";
         settings.resource = folder + "exported.bin";
-        const std::string notes = exportManifest(settings).notes;
+        WholeFiles files;
+        const std::string notes = exportManifest(settings, files).notes;
+        files.put();
         Exported result{json::parse(readAll(settings.manifest)), notes};
         LintSettings lintSettings;
         lintSettings.resource = settings.resource;

@@ -8,9 +8,23 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace zent {
+
+/// The quad of a mesh follicle, and the faces around it.
+struct FaceUnderFollicle {
+    std::vector<int> vertices;
+    std::vector<vec2> uvs;
+    std::vector<int> counts, faces, neighbours, sizes, ring;
+};
+
+/// What several records ask for, found once.
+struct Findings {
+    std::optional<MObject> timeNode;                           ///< a null object where there is none
+    std::optional<std::pair<MObject, FaceUnderFollicle>> face; ///< of the last follicle
+};
 
 /// What a guard or a reader looks at: a node, the row that may make a record of it, and where the record goes.
 struct Context {
@@ -20,6 +34,7 @@ struct Context {
     unsigned int geometry; ///< the index of a deformer's geometry
     const PlugNames& names;
     ResourceWriter& resource;
+    Findings& findings;
 
     MPlug plug(const std::string& path) const { return findPlug(node, path, geometry); }
     /// Throws LeftOut for a plug that is not there.
@@ -62,12 +77,7 @@ std::string shapeKind(const MPlug& plug);
 /// A plug with data of its own, or its source.
 MPlug shapePlug(const MPlug& plug);
 
-/// The quad of a mesh follicle, and the faces around it.
-struct FaceUnderFollicle {
-    std::vector<int> vertices;
-    std::vector<vec2> uvs;
-    std::vector<int> counts, faces, neighbours, sizes, ring;
-};
-FaceUnderFollicle faceUnderFollicle(const Context& context);
+/// Throws LeftOut where there is none.
+const FaceUnderFollicle& faceUnderFollicle(const Context& context);
 
 } // namespace zent

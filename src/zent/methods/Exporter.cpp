@@ -2,7 +2,7 @@
 
 #include "zent/math/require.h"
 #include "zent/methods/Context.h"
-#include "zent/methods/writeWhole.h"
+#include "zent/methods/WholeFiles.h"
 #include "zent/proxies/Registry.h"
 #include "zent/values/nearestName.h"
 #include "zent/values/Select.h"
@@ -149,13 +149,13 @@ public:
         }
     }
 
-    ExportOutcome finish() {
+    ExportOutcome finish(WholeFiles& files) {
         outcome_.notes = notes();
-        // The resource first: a manifest never lies beside blocks of another run.
-        writeWhole(settings_.resource, resource_.bytes());
-        writeWhole(settings_.manifest, manifest_.empty() ? "[]\n" : "[\n" + manifest_ + "\n]\n");
+        outcome_.manifest = manifest_.empty() ? "[]\n" : "[\n" + manifest_ + "\n]\n";
+        files.add(settings_.resource, resource_.bytes());
+        files.add(settings_.manifest, outcome_.manifest);
         if (!settings_.notes.empty()) {
-            writeWhole(settings_.notes, outcome_.notes);
+            files.add(settings_.notes, outcome_.notes);
         }
         return outcome_;
     }
@@ -242,7 +242,7 @@ private:
             }
             const std::string& result = row->results.front().text;
             std::string reason;
-            const Context context{node, *row, methods_.at(row->method), geometry, names_, resource_};
+            const Context context{node, *row, methods_.at(row->method), geometry, names_, resource_, findings_};
             switch (addRow(context, reason)) {
             case Made::record:
                 made.insert(result);
@@ -332,6 +332,7 @@ private:
     std::map<std::string, MethodInfo> methods_;
     std::unordered_map<std::string, std::vector<TypeRow>> rows_;
     ResourceWriter resource_;
+    Findings findings_;
     std::string manifest_;
     std::string leftOut_;
     std::map<std::string, std::size_t> records_;
@@ -377,14 +378,14 @@ void addHistory(NodeList& nodes) {
 
 } // namespace
 
-ExportOutcome exportManifest(const ExportSettings& settings) {
+ExportOutcome exportManifest(const ExportSettings& settings, WholeFiles& files) {
     namescope.clear();
     Export exporter(settings);
     if (!settings.onlySelected) {
         for (MItDependencyNodes nodes; !nodes.isDone(); nodes.next()) {
             exporter.add(SceneNode(nodes.thisNode()));
         }
-        return exporter.finish();
+        return exporter.finish(files);
     }
     MSelectionList selection;
     MGlobal::getActiveSelectionList(selection);
@@ -400,7 +401,7 @@ ExportOutcome exportManifest(const ExportSettings& settings) {
     for (std::size_t i = 0; i < nodes.size(); ++i) {
         exporter.add(SceneNode(nodes[i]));
     }
-    return exporter.finish();
+    return exporter.finish(files);
 }
 
 } // namespace zent

@@ -6,6 +6,8 @@
 
 namespace zent {
 
+class WholeFiles;
+
 /// What to write a manifest of.
 struct ExportSettings {
     std::string manifest;
@@ -22,11 +24,12 @@ struct ExportSettings {
 struct ExportOutcome {
     std::size_t records = 0;
     std::size_t nodes = 0; ///< that were looked at
+    std::string manifest;  ///< its text
     std::string notes;     ///< records by method, what was left out and why, node types without a method
 };
 
-/// Writes a manifest of the open scene, and the resource file that it refers to. Both appear whole or not at all.
-/// Throws std::runtime_error for a file that cannot be written, or a method that does not exist.
-ExportOutcome exportManifest(const ExportSettings& settings);
+/// Adds a manifest of the open scene to the files, and the resource file that it refers to. Throws std::runtime_error
+/// for a file that cannot be written, or a method that does not exist.
+ExportOutcome exportManifest(const ExportSettings& settings, WholeFiles& files);
 
 } // namespace zent

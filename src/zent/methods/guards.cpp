@@ -157,9 +157,22 @@ Problem upType(const Context& context, const Plugs& plugs) {
                   fmt::format("dWorldUpType is {}, not 1, 4 or 6", type));
 }
 
-Problem curveDegree(const Context& context, const Plugs& plugs) {
-    const Curve curve = shape_value<Curve>(shapePlug(context.requiredPlug(plugs[0])));
-    return unless(curve.degree >= 1 && curve.degree <= 5, fmt::format("the curve's degree is {}", curve.degree));
+/// What is evaluated at a parameter; Maya has degree 7, too.
+Problem shapeDegree(const Context& context, const Plugs& plugs) {
+    const MPlug plug = shapePlug(context.requiredPlug(plugs[0]));
+    std::vector<unsigned int> degrees;
+    if (shapeKind(plug) == "Surface") {
+        const Surface surface = shape_value<Surface>(plug);
+        degrees = {surface.degreeU, surface.degreeV};
+    } else {
+        degrees = {shape_value<Curve>(plug).degree};
+    }
+    for (const unsigned int degree : degrees) {
+        if (degree < 1 || degree > 5) {
+            return fmt::format("the degree of {} is {}, not 1 to 5", plugs[0], degree);
+        }
+    }
+    return {};
 }
 
 Problem parameterInside(const Context& context, const Plugs& plugs) {
@@ -261,7 +274,7 @@ const std::map<std::string, Function> kFunctions = {
     {"oneJoint", oneJoint},
     {"bends", bends},
     {"upType", upType},
-    {"curveDegree", curveDegree},
+    {"shapeDegree", shapeDegree},
     {"parameterInside", parameterInside},
     {"drivenPoints", drivenPoints},
     {"quadUnderFollicle", quadUnderFollicle},

@@ -318,13 +318,18 @@ Entries restCurve(const Context& context, const Source&) {
 }
 
 /// The node that tells the scene's time.
-SceneNode timeNode() {
-    for (MItDependencyNodes nodes; !nodes.isDone(); nodes.next()) {
-        if (SceneNode node(nodes.thisNode()); node.type() == "time") {
-            return node;
+SceneNode timeNode(const Context& context) {
+    std::optional<MObject>& node = context.findings.timeNode;
+    if (!node) {
+        node = MObject();
+        for (MItDependencyNodes nodes; !nodes.isDone() && node->isNull(); nodes.next()) {
+            node = SceneNode(nodes.thisNode()).type() == "time" ? nodes.thisNode() : MObject();
         }
     }
-    throw LeftOut("the scene has no node that tells the time");
+    if (node->isNull()) {
+        throw LeftOut("the scene has no node that tells the time");
+    }
+    return SceneNode(*node);
 }
 
 Entries curveInput(const Context& context, const Source&) {
@@ -334,7 +339,7 @@ Entries curveInput(const Context& context, const Source&) {
     if (!isOverTime || input.isDestination()) {
         return {{{}, "", context.names.plugName(input)}};
     }
-    return {{{}, "", context.names.plugName(findPlug(timeNode(), "outTime", 0))}};
+    return {{{}, "", context.names.plugName(findPlug(timeNode(context), "outTime", 0))}};
 }
 
 /// The text of an expression, with a name for each slot: as the text writes it, or that of the plug.
@@ -499,7 +504,7 @@ std::vector<int> toList(const MIntArray& array) {
 
 } // namespace
 
-FaceUnderFollicle faceUnderFollicle(const Context& context) {
+static FaceUnderFollicle findFace(const Context& context) {
     const MObject data = dataOf(context.requiredPlug("inputMesh"));
     const MFnMesh mesh(data);
     const MPlug setName = context.plug("mapSetName");
@@ -562,6 +567,14 @@ FaceUnderFollicle faceUnderFollicle(const Context& context) {
         face.counts.push_back(count);
     }
     return face;
+}
+
+const FaceUnderFollicle& faceUnderFollicle(const Context& context) {
+    auto& known = context.findings.face;
+    if (!known || !(known->first == context.node.object())) {
+        known.emplace(context.node.object(), findFace(context));
+    }
+    return known->second;
 }
 
 MPlug shapePlug(const MPlug& plug) {

@@ -52,7 +52,8 @@ namespace zent {
 #define WIRE "input[g].inputGeometry; rotation; baseWire[0]; deformedWire[0]; wireLocatorParameter[^]:asc; " \
              "wireLocatorTwist[^wireLocatorParameter]:rad; {wireBindings baseWire[*] input[*].inputGeometry}"
 #define WIRE_GUARDS DEFORMS "; #deformedWire=1 (several wires); envelope=1; scale[*]=1; localInfluence=0; crossingEffect=0; " \
-                    "-holder[0]? (a holder); freezeGeometry=1 (the shape at bind time is not known); {insideDropoff dropoffDistance[*]}"
+                    "-holder[0]? (a holder); freezeGeometry=1 (the shape at bind time is not known); " \
+                    "{shapeDegree baseWire[0]}; {shapeDegree deformedWire[0]}; {insideDropoff dropoffDistance[*]}"
 #define SINE "input[g].inputGeometry; envelope; matrix; sine>wavelength; sine>amplitude; sine>offset; sine>lowBound; sine>highBound"
 #define SURFACE_POINT "inputSurface; parameterU; parameterV; turnOnPercentage"
 #define FOLLICLE_FACE "inputMesh; parameterU; parameterV; {faceVertices mapSetName?}; {faceUVs}"
@@ -140,7 +141,8 @@ const WrittenRow kWrittenRows[] = {
      "constraintParentInverseMatrix; constraintRotateOrder; constraintJointOrient:rad; interpType; target[*].targetWeight; restRotate:rad; "
      "target[*].targetParentMatrix; target[*].targetRotate:rad; target[*].targetOffsetRotate:rad; target[*].targetRotateOrder; "
      "target[*].targetJointOrient:rad",
-     LIVE "; interpType=0,1,2 (longest or cached interpolation); {restPosition target[*].targetWeight enableRestPosition}"},
+     LIVE "; interpType=0,1,2 (longest or cached interpolation); decompRotationToChild=0?; "
+     "{restPosition target[*].targetWeight enableRestPosition}"},
     {"aimConstraint", "aimConstraint", "constraintRotate",
      "constraintParentInverseMatrix; constraintTranslate; constraintRotatePivot; constraintRotateTranslate; constraintRotateOrder; "
      "constraintJointOrient:rad; offset:rad; target[*].targetWeight; restRotate:rad; target[*].targetParentMatrix; target[*].targetTranslate; "
@@ -150,7 +152,7 @@ const WrittenRow kWrittenRows[] = {
      "constraintParentInverseMatrix; constraintRotateOrder; constraintTranslate; target[.].targetGeometry; aimVector; upVector; "
      "worldUpType; worldUpMatrix; worldUpVector",
      LIVE "; #target=1 (several targets); constraintJointOrient=0; constraintRotatePivot=0; constraintRotateTranslate=0; "
-     "worldUpType=0,1,2,3 (no world up)"},
+     "worldUpType=0,1,2,3 (no world up); {shapeDegree target[.].targetGeometry}"},
     {"poleVectorConstraint", "poleVectorConstraint", "constraintTranslate",
      "constraintParentInverseMatrix; constraintRotatePivot; pivotSpace; target[.].targetParentMatrix; target[.].targetTranslate; "
      "target[.].targetRotatePivot",
@@ -171,28 +173,28 @@ const WrittenRow kWrittenRows[] = {
      "inCurve; rootTwistMode; dTwistControlEnable; dForwardAxis|0; dWorldUpAxis; dWorldUpType; dWorldUpVector; dWorldUpVectorEnd; "
      "dWorldUpMatrix; dWorldUpMatrixEnd; =0; effector>translate; twist:rad; root>parentMatrix[0]; chain>jointOrient:rad; rest>translate; "
      "chain>rotateOrder; chain>scale; chain>inverseScale; chain>segmentScaleCompensate",
-     CHAIN_ON "; rootOnCurve=1; offset=0; roll=0; {upType dTwistControlEnable dWorldUpType}"},
+     CHAIN_ON "; rootOnCurve=1; offset=0; roll=0; {upType dTwistControlEnable dWorldUpType}; {shapeDegree inCurve}"},
     // ---- curves and surfaces
-    {"curveInfo", "curveInfo", "arcLength", "inputCurve", "{curveDegree inputCurve}"},
+    {"curveInfo", "curveInfo", "arcLength", "inputCurve", "{shapeDegree inputCurve}"},
     {"pointOnCurveInfo", "pointOnCurveInfo", "position", "inputCurve; parameter; turnOnPercentage",
-     "{curveDegree inputCurve}; {parameterInside inputCurve parameter turnOnPercentage}"},
-    {"motionPath", "motionPath", "allCoordinates", "geometryPath; uValue; fractionMode", "{curveDegree geometryPath}"},
+     "{shapeDegree inputCurve}; {parameterInside inputCurve parameter turnOnPercentage}"},
+    {"motionPath", "motionPath", "allCoordinates", "geometryPath; uValue; fractionMode", "{shapeDegree geometryPath}"},
     {"curve_from_cv", "nurbsCurve", "local", "{restCurve local}; controlPoints[>]",
      "if {drivenPoints controlPoints[*]}; -create (its control points are tweaks of another curve)"},
     {"curveFromMeshEdge", "curveFromMeshEdge", "outputCurve", "inputMesh; {edgeVertices inputMesh edgeIndex[*]}", ""},
     {"curveFromSurfaceIso", "curveFromSurfaceIso", "outputCurve",
-     "inputSurface; isoparmDirection; isoparmValue; minValue; maxValue; relativeValue", "relative=0"},
+     "inputSurface; isoparmDirection; isoparmValue; minValue; maxValue; relativeValue", "relative=0; {shapeDegree inputSurface}"},
     {"polyEdgeToCurve", "polyEdgeToCurve", "outputcurve", "inputPolymesh; {pathVertices inputPolymesh inputComponents}; degree",
      "degree=1,3; conformToSmoothMeshPreview=0 (it may follow the smooth preview); inputMat=I?"},
-    {"closestPointOnSurface", "closestPointOnSurface", "parameterU; parameterV", "inputSurface; inPosition", ""},
-    {"pointOnSurfacePosition", "pointOnSurfaceInfo", "~position", SURFACE_POINT, ""},
-    {"pointOnSurfaceNormal", "pointOnSurfaceInfo", "~normal", SURFACE_POINT, ""},
-    {"pointOnSurfaceNormalizedNormal", "pointOnSurfaceInfo", "~normalizedNormal", SURFACE_POINT, ""},
-    {"pointOnSurfaceTangentU", "pointOnSurfaceInfo", "~tangentU", SURFACE_POINT, ""},
-    {"pointOnSurfaceTangentV", "pointOnSurfaceInfo", "~tangentV", SURFACE_POINT, ""},
+    {"closestPointOnSurface", "closestPointOnSurface", "parameterU; parameterV", "inputSurface; inPosition", "{shapeDegree inputSurface}"},
+    {"pointOnSurfacePosition", "pointOnSurfaceInfo", "~position", SURFACE_POINT, "{shapeDegree inputSurface}"},
+    {"pointOnSurfaceNormal", "pointOnSurfaceInfo", "~normal", SURFACE_POINT, "{shapeDegree inputSurface}"},
+    {"pointOnSurfaceNormalizedNormal", "pointOnSurfaceInfo", "~normalizedNormal", SURFACE_POINT, "{shapeDegree inputSurface}"},
+    {"pointOnSurfaceTangentU", "pointOnSurfaceInfo", "~tangentU", SURFACE_POINT, "{shapeDegree inputSurface}"},
+    {"pointOnSurfaceTangentV", "pointOnSurfaceInfo", "~tangentV", SURFACE_POINT, "{shapeDegree inputSurface}"},
     {"worldSurface", "nurbsSurface", "worldSpace[0]", "local; worldMatrix[0]", "if !worldSpace"},
-    {"follicleTranslateSurface", "follicle", "outTranslate", "inputSurface; parameterU; parameterV", "if +inputSurface"},
-    {"follicleRotateSurface", "follicle", "outRotate", "inputSurface; parameterU; parameterV", "if +inputSurface"},
+    {"follicleTranslateSurface", "follicle", "outTranslate", "inputSurface; parameterU; parameterV", "if +inputSurface; {shapeDegree inputSurface}"},
+    {"follicleRotateSurface", "follicle", "outRotate", "inputSurface; parameterU; parameterV", "if +inputSurface; {shapeDegree inputSurface}"},
     {"follicleTranslateMesh", "follicle", "outTranslate", FOLLICLE_FACE, "if +inputMesh; {quadUnderFollicle}"},
     {"follicleRotateMesh", "follicle", "outRotate",
      FOLLICLE_FACE "; {ringCounts}; {ringFaces}; {ringNeighbours}; {ringSizes}; {ringVertices}", "if +inputMesh; {quadUnderFollicle}"},

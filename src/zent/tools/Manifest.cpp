@@ -1,10 +1,11 @@
 #include "zent/tools/Manifest.h"
 
-#include "zent/check/CheckCall.h"
 #include "zent/methods/Exporter.h"
+#include "zent/methods/WholeFiles.h"
+#include "zent/tools/flags.h"
+#include "zent/tools/Snapshot.h"
 #include "zent/values/Select.h"
 
-#include <maya/MArgDatabase.h>
 #include <maya/MGlobal.h>
 
 #include <exception>
@@ -14,26 +15,19 @@ namespace zent {
 
 namespace {
 
-constexpr const char* kOutput = "-output";
-constexpr const char* kResource = "-resource";
-constexpr const char* kNotes = "-notes";
+constexpr Flag kOutput{"o", "output", MSyntax::kString};
+constexpr Flag kResource{"r", "resource", MSyntax::kString};
+constexpr Flag kNotes{"n", "notes", MSyntax::kString};
+constexpr Flag kSnapshot{"sn", "snapshot", MSyntax::kString};
+constexpr Flag kNamespace{"ns", "namespace", MSyntax::kString};
+constexpr Flag kSkip{"s", "skip", MSyntax::kString};
+constexpr Flag kMethods{"m", "methods", MSyntax::kString};
 constexpr const char* kSelected = "-selected";
 constexpr const char* kHistory = "-history";
-constexpr const char* kNamespace = "-namespace";
-constexpr const char* kSkip = "-skip";
-constexpr const char* kMethods = "-methods";
 
-std::string textOf(const MArgDatabase& database, const char* flag) {
-    MString text;
-    if (database.isFlagSet(flag)) {
-        database.getFlagArgument(flag, 0, text);
-    }
-    return toStd(text);
-}
-
-std::set<std::string> methodsOf(const MArgDatabase& database, const char* flag) {
+std::set<std::string> methodsOf(const MArgDatabase& database, const Flag& flag) {
     std::set<std::string> methods;
-    std::istringstream list(textOf(database, flag));
+    std::istringstream list(flagText(database, flag));
     for (std::string method; std::getline(list, method, ';');) {
         if (!method.empty()) {
             methods.insert(method);
@@ -50,39 +44,45 @@ void* ZentManifest::creator() {
 
 MSyntax ZentManifest::createSyntax() {
     MSyntax syntax;
-    syntax.addFlag("-o", kOutput, MSyntax::kString);
-    syntax.addFlag("-r", kResource, MSyntax::kString);
-    syntax.addFlag("-n", kNotes, MSyntax::kString);
+    for (const Flag& flag : {kOutput, kResource, kNotes, kSnapshot, kNamespace, kSkip, kMethods}) {
+        syntax.addFlag(flag.shortName, flag.longName, flag.type);
+    }
     syntax.addFlag("-sl", kSelected);
     syntax.addFlag("-hi", kHistory);
-    syntax.addFlag("-ns", kNamespace, MSyntax::kString);
-    syntax.addFlag("-s", kSkip, MSyntax::kString);
-    syntax.addFlag("-m", kMethods, MSyntax::kString);
     return syntax;
 }
 
 MStatus ZentManifest::doIt(const MArgList& args) {
     const MArgDatabase database(syntax(), args);
     ExportSettings settings;
-    settings.manifest = textOf(database, kOutput);
-    settings.resource = textOf(database, kResource);
-    settings.notes = textOf(database, kNotes);
+    settings.manifest = flagText(database, kOutput);
+    settings.resource = flagText(database, kResource);
+    settings.notes = flagText(database, kNotes);
     settings.onlySelected = database.isFlagSet(kSelected);
     settings.withHistory = database.isFlagSet(kHistory);
-    settings.nameSpace = textOf(database, kNamespace);
+    settings.nameSpace = flagText(database, kNamespace);
     settings.skip = methodsOf(database, kSkip);
     settings.only = methodsOf(database, kMethods);
     if (settings.manifest.empty() || settings.resource.empty()) {
         MGlobal::displayError("-output MANIFEST and -resource RESOURCE are needed");
         return MStatus::kFailure;
     }
+    MStatus status;
     try {
-        setResult(toMaya(exportManifest(settings).notes));
+        WholeFiles files({openScene()});
+        const ExportOutcome outcome = exportManifest(settings, files);
+        if (const std::string scene = flagText(database, kSnapshot); !scene.empty()) {
+            namescope = settings.nameSpace;
+            addSnapshot(nlohmann::json::parse(outcome.manifest), scene, files);
+        }
+        files.put();
+        setResult(toMaya(outcome.notes));
     } catch (const std::exception& error) {
-        MGlobal::displayError(error.what());
-        return MStatus::kFailure;
+        MGlobal::displayError(toMaya(error.what()));
+        status = MStatus::kFailure;
     }
-    return MStatus::kSuccess;
+    namescope.clear();
+    return status;
 }
 
 } // namespace zent

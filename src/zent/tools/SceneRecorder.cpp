@@ -16,9 +16,12 @@
 #include <maya/MItMeshPolygon.h>
 #include <maya/MPlugArray.h>
 
+#include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <exception>
 #include <utility>
+#include <vector>
 
 namespace zent {
 
@@ -40,6 +43,8 @@ constexpr int kOtherFloatMatrixAttribute = 667;
 constexpr const char* kAngleUnits[] = {"", "radians", "degrees", "minutes", "seconds"};
 constexpr const char* kTimeUnits[] = {"",     "hours",    "minutes",   "seconds",  "milliseconds", "games",
                                       "film", "palFrame", "ntscFrame", "showScan", "palField",     "ntscField"};
+constexpr unsigned int kLargeShape = 1000; // points; a shape of so many goes into a block
+
 constexpr const char* kForms[] = {"open", "open", "closed", "periodic"};
 
 std::string pathOf(const MObject& node) {
@@ -137,16 +142,6 @@ void addTopology(const MObject& data, ordered_json& mesh) {
             mesh["uvSets"][names[set].asChar()]["polygons"].push_back(std::move(corners));
         }
     }
-}
-
-ordered_json mesh(const MObject& data, bool hasTopology) {
-    MFloatPointArray list;
-    MFnMesh(data).getPoints(list, MSpace::kObject);
-    ordered_json told{{"points", points(list)}};
-    if (hasTopology) {
-        addTopology(data, told);
-    }
-    return told;
 }
 
 ordered_json curve(const MObject& data) {
@@ -260,6 +255,133 @@ unsigned int childPosition(const MPlug& compound, const MPlug& child) {
     return position;
 }
 
+bool fitsFloats(const ordered_json& value) {
+    return value.is_structured() ? std::all_of(value.begin(), value.end(), fitsFloats)
+                                 : !value.is_number() || static_cast<double>(value.get<float>()) == value.get<double>();
+}
+
+/// Whether a shape is worth a block, and keeps all bits of its numbers there.
+bool isLarge(const ordered_json& shape) {
+    return shape["points"].size() >= kLargeShape && fitsFloats(shape);
+}
+
+/// Whether two floats are one, and so are what a log shows of them.
+bool isSame(float a, float b) {
+    return std::memcmp(&a, &b, sizeof(a)) == 0 || (std::isnan(a) && std::isnan(b));
+}
+
+bool isSame(const mat4& a, const mat4& b) {
+    for (int i = 0; i < 16; ++i) {
+        if (!isSame(a[i / 4][i % 4], b[i / 4][i % 4])) {
+            return false;
+        }
+    }
+    return true;
+}
+
+template <class T>
+bool isSameShape(const MPlug& a, const MPlug& b) {
+    ResourceWriter one;
+    ResourceWriter other;
+    one.add(shape_value<T>(a));
+    other.add(shape_value<T>(b));
+    return one.bytes() == other.bytes();
+}
+
+bool isMatrix(const MPlug& plug) {
+    const auto type = static_cast<int>(plug.attribute().apiType());
+    return type == kFloatMatrixAttribute || type == kOtherFloatMatrixAttribute || type == MFn::kMatrixAttribute ||
+           (type == kTypedAttribute && plug.asMDataHandle().data().apiType() == MFn::kMatrixData);
+}
+
+/// Data that is null at the end of a connection stays so, and is read at its source.
+bool dataReadsAlike(const MPlug& a, const MPlug& b) {
+    if (b.asMDataHandle().data().isNull()) {
+        return true;
+    }
+    const MFn::Type type = a.asMDataHandle().data().apiType();
+    if (type != b.asMDataHandle().data().apiType()) {
+        return false;
+    }
+    switch (type) {
+    case MFn::kMeshData:
+        return isSameShape<Mesh>(a, b);
+    case MFn::kNurbsCurveData:
+        return isSameShape<Curve>(a, b);
+    case MFn::kNurbsSurfaceData:
+        return isSameShape<Surface>(a, b);
+    case MFn::kLatticeData:
+        return isSameShape<Lattice>(a, b);
+    default:
+        return type == MFn::kStringData && a.asString() == b.asString();
+    }
+}
+
+bool numbersReadAlike(const MPlug& a, const MPlug& b) {
+    const ordered_json one = numeric(a);
+    const ordered_json other = numeric(b);
+    if (one.front().size() != other.front().size()) {
+        return false;
+    }
+    for (std::size_t i = 0; one.front().is_array() && i < one.front().size(); ++i) {
+        const ordered_json& x = one.front()[i];
+        const ordered_json& y = other.front()[i];
+        const bool areNumbers = x.is_number() && y.is_number();
+        if (!(areNumbers ? isSame(x.get<float>(), y.get<float>()) : x == y)) {
+            return false;
+        }
+    }
+    return one.front().is_array() || isSame(a.asFloat(), b.asFloat());
+}
+
+/// Whether a check reads the same from both plugs, and both are of one kind.
+bool readsAlike(const MPlug& a, const MPlug& b) {
+    if (a.isArray() != b.isArray() || a.isCompound() != b.isCompound()) {
+        return false;
+    }
+    if (a.isArray()) {
+        for (unsigned int i = 0; i < b.numElements(); ++i) {
+            const MPlug element = b.elementByPhysicalIndex(i);
+            if (!readsAlike(a.elementByLogicalIndex(element.logicalIndex()), element)) {
+                return false;
+            }
+        }
+        return true;
+    }
+    if (a.isCompound()) {
+        bool areAlike = a.numChildren() == b.numChildren();
+        for (unsigned int i = 0; areAlike && i < a.numChildren(); ++i) {
+            areAlike = readsAlike(a.child(i), b.child(i));
+        }
+        return areAlike;
+    }
+    if (isMatrix(a) || isMatrix(b)) {
+        return isMatrix(a) && isMatrix(b) && isSame(mat4_value(a), mat4_value(b));
+    }
+    const auto kind = [](const MPlug& plug) {
+        const auto type = static_cast<int>(plug.attribute().apiType());
+        return type == kFloatAngleAttribute ? kDoubleAngleAttribute
+               : type == kDoubleAngleAttribute || type == kTimeAttribute || type == kTypedAttribute ? type
+               : type == MFn::kMessageAttribute ? static_cast<int>(MFn::kMessageAttribute)
+                                                : 0; // a number
+    };
+    if (kind(a) != kind(b)) {
+        return false;
+    }
+    switch (kind(a)) {
+    case kDoubleAngleAttribute:
+        return isSame(float_value(a), float_value(b));
+    case kTimeAttribute:
+        return a.asMTime().unit() == b.asMTime().unit() && isSame(float_value(a), float_value(b));
+    case kTypedAttribute:
+        return dataReadsAlike(a, b);
+    case MFn::kMessageAttribute:
+        return true;
+    default:
+        return numbersReadAlike(a, b);
+    }
+}
+
 template <class Visit>
 void eachEntry(const nlohmann::json& record, const char* list, Visit&& visit) {
     const auto found = record.find(list);
@@ -277,7 +399,7 @@ void eachEntry(const nlohmann::json& record, const char* list, Visit&& visit) {
 
 } // namespace
 
-void SceneRecorder::addManifest(const nlohmann::json& manifest) {
+SceneRecorder::SceneRecorder(const nlohmann::json& manifest) {
     for (const nlohmann::json& record : manifest) {
         if (!record.is_object()) {
             continue; // an error of the check, with or without a scene
@@ -291,6 +413,7 @@ void SceneRecorder::addManifest(const nlohmann::json& manifest) {
             }
         });
     }
+    addConnections();
 }
 
 void SceneRecorder::addName(const std::string& name, bool asSourceMesh) {
@@ -356,6 +479,27 @@ SceneRecorder::Part& SceneRecorder::add(const MPlug& plug) {
     return *part;
 }
 
+const SceneRecorder::Part* SceneRecorder::find(const MPlug& plug) const {
+    const bool isElement = plug.isElement();
+    if (isElement || plug.isChild()) {
+        const MPlug above = isElement ? plug.array() : plug.parent();
+        const Part* part = find(above);
+        if (part == nullptr || part->isWhole) {
+            return part;
+        }
+        const auto below = part->below.find(isElement ? plug.logicalIndex() : childPosition(above, plug));
+        return below == part->below.end() ? nullptr : &below->second;
+    }
+    const auto record = nodes_.find(pathOf(plug.node()));
+    if (record == nodes_.end()) {
+        return nullptr;
+    }
+    const auto position = record->second.positions.find(MFnAttribute(plug.attribute()).name().asChar());
+    const auto part = position == record->second.positions.end() ? record->second.attributes.end()
+                                                                 : record->second.attributes.find(position->second);
+    return part == record->second.attributes.end() ? nullptr : &part->second;
+}
+
 void SceneRecorder::addSource(Part& part, bool asSourceMesh) {
     const bool isTyped = static_cast<int>(part.plug.attribute().apiType()) == kTypedAttribute;
     if (!isTyped || part.plug.isArray() || !part.plug.isDestination()) {
@@ -374,35 +518,114 @@ void SceneRecorder::addSource(Part& part, bool asSourceMesh) {
     addSource(above, asSourceMesh);
 }
 
-ordered_json SceneRecorder::toldData(const Part& part) {
+void SceneRecorder::addConnections() {
+    std::vector<MObject> read;
+    for (const auto& [path, record] : nodes_) {
+        read.push_back(record.node);
+    }
+    std::vector<MPlug> fed; // found before any is added, which makes plugs and nodes of its own
+    for (const MObject& node : read) {
+        MPlugArray plugs;
+        MFnDependencyNode(node).getConnections(plugs);
+        for (unsigned int i = 0; i < plugs.length(); ++i) {
+            const bool isFed = plugs[i].isDestination();
+            if (isFed && (find(plugs[i]) != nullptr || nodes_.count(pathOf(plugs[i].source().node())) != 0)) {
+                fed.push_back(plugs[i]);
+            }
+        }
+    }
+    for (const MPlug& plug : fed) {
+        addConnectionsInto(plug);
+    }
+}
+
+/// The connection into a plug, with the conversions on the way: each of them has its values on its own plugs.
+void SceneRecorder::addConnectionsInto(const MPlug& fed) {
+    const MPlug first = fed.source();
+    std::set<std::string> passed;
+    for (MPlug end = fed; !end.isNull() && passed.insert(fullNameOf(end)).second;) {
+        const MPlug source = end.sourceWithConversion();
+        if (source.isNull() || !addConnection(source, end)) {
+            break;
+        }
+        end = source == first ? MPlug() : MFnDependencyNode(source.node()).findPlug("input", true);
+    }
+}
+
+/// False where the plug does not read what its source has, which a connection would make it.
+bool SceneRecorder::addConnection(const MPlug& source, const MPlug& fed) {
+    if (connections_.count({fullNameOf(source), fullNameOf(fed)}) != 0) {
+        return true;
+    }
+    if (!readsAlike(source, fed)) {
+        return false;
+    }
+    // Whole, so that a place in one is the same place in the other.
+    add(source).isWhole = true;
+    Part& part = add(fed);
+    part.isWhole = true;
+    part.isPlaceholder = static_cast<int>(fed.attribute().apiType()) == kTypedAttribute && !fed.isArray() &&
+                         fed.asMDataHandle().data().apiType() == MFn::kMeshData;
+    connections_.emplace(fullNameOf(source), fullNameOf(fed));
+    return true;
+}
+
+ordered_json SceneRecorder::toldShape(const Part& part, const MObject& data, ResourceWriter& shapes) {
+    switch (data.apiType()) {
+    case MFn::kMeshData: {
+        if (part.isPlaceholder) {
+            return {{"points", ordered_json::array()}};
+        }
+        MFloatPointArray list;
+        MFnMesh(data).getPoints(list, MSpace::kObject);
+        ordered_json told;
+        if (list.length() < kLargeShape) {
+            told["points"] = points(list);
+        } else {
+            told["id"] = shapes.add(shape_value<Mesh>(part.plug));
+        }
+        if (part.hasTopology) {
+            addTopology(data, told);
+        }
+        return told;
+    }
+    case MFn::kNurbsCurveData: {
+        ordered_json told = curve(data);
+        return isLarge(told) ? ordered_json{{"id", shapes.add(shape_value<Curve>(part.plug))}} : told;
+    }
+    case MFn::kNurbsSurfaceData: {
+        ordered_json told = surface(data);
+        return isLarge(told) ? ordered_json{{"id", shapes.add(shape_value<Surface>(part.plug))}} : told;
+    }
+    default: {
+        ordered_json told = lattice(data);
+        return isLarge(told) ? ordered_json{{"id", shapes.add(shape_value<Lattice>(part.plug))}} : told;
+    }
+    }
+}
+
+ordered_json SceneRecorder::toldData(const Part& part, ResourceWriter& shapes) {
     MDataHandle handle = part.plug.asMDataHandle();
     const MObject data = handle.data();
-    ordered_json shape;
     switch (data.apiType()) {
     case MFn::kMatrixData:
         return {{"matrixData", matrix(MFnMatrixData(data).matrix())}};
     case MFn::kStringData:
         return {{"text", part.plug.asString().asChar()}};
     case MFn::kMeshData:
-        shape = part.isPlaceholder ? ordered_json{{"points", ordered_json::array()}} : mesh(data, part.hasTopology);
-        break;
     case MFn::kNurbsCurveData:
-        shape = curve(data);
-        break;
     case MFn::kNurbsSurfaceData:
-        shape = surface(data);
-        break;
     case MFn::kLatticeData:
-        shape = lattice(data);
         break;
     default:
         return {{kindOfSource(part.plug), nullptr}};
     }
+    ordered_json shape = toldShape(part, data, shapes);
     shape["matrix"] = matrix(handle.geometryTransformMatrix());
     return {{kindOf(data), std::move(shape)}};
 }
 
-ordered_json SceneRecorder::told(const Part& part) {
+ordered_json SceneRecorder::told(const Part& part, ResourceWriter& shapes) {
     const MPlug& plug = part.plug;
     const auto type = static_cast<int>(plug.attribute().apiType());
     ordered_json value;
@@ -417,7 +640,7 @@ ordered_json SceneRecorder::told(const Part& part) {
         }
         ordered_json& list = reserved(value["multi"], elements.size());
         for (const auto& [index, element] : elements) {
-            append(list, std::to_string(index), told(element));
+            append(list, std::to_string(index), told(element, shapes));
         }
         if (elements.empty()) {
             value["element"] = blank(plug);
@@ -431,7 +654,7 @@ ordered_json SceneRecorder::told(const Part& part) {
         }
         ordered_json& list = reserved(value["compound"], children.size());
         for (const auto& [position, child] : children) {
-            append(list, nameIn(child.plug, false), told(child));
+            append(list, nameIn(child.plug, false), told(child, shapes));
         }
     } else if (type == kDoubleAngleAttribute || type == kFloatAngleAttribute) {
         const MAngle angle = plug.asMAngle();
@@ -440,7 +663,7 @@ ordered_json SceneRecorder::told(const Part& part) {
         const MTime time = plug.asMTime();
         value = {{"time", number(time.value())}, {"unit", kTimeUnits[time.unit()]}};
     } else if (type == kTypedAttribute) {
-        value = toldData(part);
+        value = toldData(part, shapes);
     } else if (type == kFloatMatrixAttribute || type == kOtherFloatMatrixAttribute) {
         value = {{"floatMatrix", matrix(plug.asMDataHandle().asFloatMatrix())}, {"type", type}};
     } else if (type == MFn::kMatrixAttribute) {
@@ -465,9 +688,10 @@ ordered_json SceneRecorder::told(const Part& part) {
     return value;
 }
 
-ordered_json SceneRecorder::scene() const {
+ordered_json SceneRecorder::scene(ResourceWriter& shapes, const std::string& resource) const {
     const MTime time = MAnimControl::currentTime();
-    ordered_json file{{"time", {{"time", number(time.value())}, {"unit", kTimeUnits[time.unit()]}}},
+    ordered_json file{{"resource", resource},
+                      {"time", {{"time", number(time.value())}, {"unit", kTimeUnits[time.unit()]}}},
                       {"nodes", ordered_json::object()},
                       {"connections", ordered_json::array()}};
     ordered_json& nodes = reserved(file["nodes"], nodes_.size());
@@ -480,12 +704,15 @@ ordered_json SceneRecorder::scene() const {
         for (const auto& [position, part] : record.attributes) {
             const std::string name = nameIn(part.plug, false);
             if (static_cast<int>(part.plug.attribute().apiType()) != MFn::kMessageAttribute || name != "message") {
-                append(node, name == "type" ? ".type" : name, told(part));
+                append(node, name == "type" ? ".type" : name, told(part, shapes));
             }
         }
     }
     for (const auto& [source, destination] : connections_) {
         file["connections"].push_back({source, destination});
+    }
+    if (shapes.size() == 0) {
+        file.erase("resource");
     }
     return file;
 }

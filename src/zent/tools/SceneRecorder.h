@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zent/values/ResourceWriter.h"
+
 #include <maya/MObject.h>
 #include <maya/MPlug.h>
 #include <nlohmann/json.hpp>
@@ -15,14 +17,16 @@ namespace zent {
 /// Gathers plugs of the open scene and tells them as a scene file, each with what it is evaluated to now.
 ///
 /// A plug stands in the file with the levels above it and no more of their other parts than a name needs; a compound or
-/// a multi that is itself asked for stands there whole.
+/// a multi that is itself asked for stands there whole. Connections are kept between the nodes that are read, and into
+/// what is read of them, with the conversions on the way; but none that would change what a plug reads.
 class SceneRecorder {
 public:
     /// What the records of a manifest read. Names that lead nowhere are left out, as the check will find. Throws the
     /// JSON library's exceptions where the manifest is none.
-    void addManifest(const nlohmann::json& manifest);
+    explicit SceneRecorder(const nlohmann::json& manifest);
 
-    nlohmann::ordered_json scene() const;
+    /// The scene. Large shapes go into blocks, and "resource" names their file, unless there are none.
+    nlohmann::ordered_json scene(ResourceWriter& shapes, const std::string& resource) const;
 
 private:
     /// A plug and what is needed of the plugs below it, by logical index or, of a compound, by position.
@@ -43,10 +47,16 @@ private:
     void addNamesakes(const std::string& name);
     Record& recordOf(const MObject& node);
     Part& add(const MPlug& plug);
+    /// Whether a plug stands in the file, itself or with what is below it; null for none.
+    const Part* find(const MPlug& plug) const;
     void addSource(Part& part, bool asSourceMesh);
+    void addConnections();
+    void addConnectionsInto(const MPlug& fed);
+    bool addConnection(const MPlug& source, const MPlug& fed);
 
-    static nlohmann::ordered_json told(const Part& part);
-    static nlohmann::ordered_json toldData(const Part& part);
+    static nlohmann::ordered_json told(const Part& part, ResourceWriter& shapes);
+    static nlohmann::ordered_json toldData(const Part& part, ResourceWriter& shapes);
+    static nlohmann::ordered_json toldShape(const Part& part, const MObject& data, ResourceWriter& shapes);
 
     std::map<std::string, Record> nodes_; ///< by full path
     std::set<std::pair<std::string, std::string>> connections_;

@@ -1,6 +1,7 @@
 #include "zent/tools/Snapshot.h"
 
-#include "zent/methods/writeWhole.h"
+#include "zent/methods/WholeFiles.h"
+#include "zent/tools/flags.h"
 #include "zent/tools/SceneRecorder.h"
 #include "zent/values/Select.h"
 
@@ -25,25 +26,12 @@ namespace {
 
 constexpr double kMostFrames = 1e6;
 
-struct SnapshotFlag {
-    const char* shortName;
-    const char* longName;
-    MSyntax::MArgType type;
-};
-constexpr SnapshotFlag kManifest{"m", "manifest", MSyntax::kString};
-constexpr SnapshotFlag kResource{"r", "resource", MSyntax::kString};
-constexpr SnapshotFlag kOutput{"o", "output", MSyntax::kString};
-constexpr SnapshotFlag kNamespace{"ns", "namespace", MSyntax::kString};
-constexpr SnapshotFlag kFrames{"f", "frames", MSyntax::kString};
-constexpr SnapshotFlag kStep{"st", "step", MSyntax::kDouble};
-
-std::string flagText(const MArgDatabase& database, const SnapshotFlag& flag) {
-    MString text;
-    if (database.isFlagSet(flag.longName)) {
-        database.getFlagArgument(flag.longName, 0, text);
-    }
-    return std::string(text.asChar(), text.length());
-}
+constexpr Flag kManifest{"m", "manifest", MSyntax::kString};
+constexpr Flag kResource{"r", "resource", MSyntax::kString};
+constexpr Flag kOutput{"o", "output", MSyntax::kString};
+constexpr Flag kNamespace{"ns", "namespace", MSyntax::kString};
+constexpr Flag kFrames{"f", "frames", MSyntax::kString};
+constexpr Flag kStep{"st", "step", MSyntax::kDouble};
 
 nlohmann::json readManifest(const std::string& path) {
     std::ifstream file(path);
@@ -90,12 +78,6 @@ std::string fileOf(const std::string& output, double frame) {
     return path.string() + "." + fmt::format("{}", frame) + extension;
 }
 
-std::string sceneOf(const nlohmann::json& manifest) {
-    SceneRecorder recorder;
-    recorder.addManifest(manifest);
-    return recorder.scene().dump(1) + "\n";
-}
-
 /// The scene's time, which comes back in the end.
 class Clock {
 public:
@@ -120,8 +102,14 @@ int snapshot(const MArgDatabase& database) {
     }
     const nlohmann::json manifest = readManifest(flagText(database, kManifest));
     namescope = flagText(database, kNamespace);
+    const std::vector<std::string> inputs{flagText(database, kManifest), flagText(database, kResource), openScene()};
+    const auto write = [&](const std::string& path) {
+        WholeFiles files(inputs);
+        addSnapshot(manifest, path, files);
+        files.put();
+    };
     if (!database.isFlagSet(kFrames.longName)) {
-        writeWhole(output, sceneOf(manifest));
+        write(output);
         return 1;
     }
     double step = 1.0;
@@ -132,7 +120,7 @@ int snapshot(const MArgDatabase& database) {
     int files = 0;
     for (const double frame : framesOf(flagText(database, kFrames), step)) {
         clock.goTo(frame);
-        writeWhole(fileOf(output, frame), sceneOf(manifest));
+        write(fileOf(output, frame));
         ++files;
     }
     return files;
@@ -140,13 +128,24 @@ int snapshot(const MArgDatabase& database) {
 
 } // namespace
 
+void addSnapshot(const nlohmann::json& manifest, const std::string& output, WholeFiles& files) {
+    ResourceWriter shapes;
+    const std::string shapesFile = output + ".bin";
+    const std::string name = std::filesystem::path(shapesFile).filename().string();
+    const std::string scene = SceneRecorder(manifest).scene(shapes, name).dump(1) + "\n";
+    if (shapes.size() > 0) {
+        files.add(shapesFile, shapes.bytes());
+    }
+    files.add(output, scene);
+}
+
 void* ZentSnapshot::creator() {
     return new ZentSnapshot;
 }
 
 MSyntax ZentSnapshot::createSyntax() {
     MSyntax syntax;
-    for (const SnapshotFlag& flag : {kManifest, kResource, kOutput, kNamespace, kFrames, kStep}) {
+    for (const Flag& flag : {kManifest, kResource, kOutput, kNamespace, kFrames, kStep}) {
         syntax.addFlag(flag.shortName, flag.longName, flag.type);
     }
     return syntax;

@@ -27,6 +27,7 @@ public:
     /// A block as it stands, well-formed or not.
     unsigned int addBytes(std::string bytes);
 
+    std::size_t size() const { return blocks_.size(); }
     /// The whole file.
     std::string bytes() const;
     /// Throws std::runtime_error if the file cannot be written.
