@@ -3,7 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <nlohmann/json.hpp>
+
 #include <filesystem>
+#include <regex>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -90,6 +94,78 @@ TEST(SnapshotTest, TheReportOfAMeshFollicleFindsItsFaces) {
     EXPECT_NE(outcome.out.find("\"uvValues\":[[0.0,0.0],[0.1"), std::string::npos);
 }
 
+/// A scene of conversions and of connections at each level: of a compound, of a child and of an element.
+const char* const kConnected = R"({"time": {"time": 5.3, "unit": "palFrame"}, "nodes": {
+    "time1": {"type": "time", "outTime": {"time": 5}}, "a": {"type": "addDoubleLinear", "input1": 1, "input2": 2.5, "output": 3.5},
+    "|j": {"type": "transform", "rotate": [{"angle": 90}, {"angle": 0}, {"angle": 0}], "translate": [1, 2, 3]},
+    "u": {"type": "unitConversion", "input": {"angle": 90}, "conversionFactor": 57.29578, "output": 90},
+    "r": {"type": "reverse", "input": [0, 0, 0], "output": [-89, 1, 1]},
+    "m": {"type": "multiplyDivide", "input1": [0, 0, 0], "input2": [1, 2, 3], "operation": 1, "output": [1, 4, 9]},
+    "p": {"type": "plusMinusAverage", "operation": 1, "input3D": {"multi": {"2": [0, 0, 0], "5": [0, 0, 1]}}, "output3D": [1, 4, 10]},
+    "t": {"type": "timeToUnitConversion", "input": {"time": 0}, "output": 5.1},
+    "c": {"type": "clamp", "input": {"compound": {"inputR": 0, "inputG": 0, "inputB": 1}},
+          "min": {"compound": {"minR": 0, "minG": 0, "minB": 0}}, "max": {"compound": {"maxR": 9, "maxG": 9, "maxB": 9}},
+          "output": {"compound": {"outputR": 5.1, "outputG": 3.5, "outputB": 1}}}},
+    "connections": [["|j.rotate.rotateX", "u.input"], ["u.output", "r.input.inputX"], ["|j.translate", "m.input1"],
+                    ["m.output", "p.input3D[2]"], ["time1.outTime", "t.input"], ["t.output", "c.input.inputR"],
+                    ["a.output", "c.input.inputG"]]})";
+
+TEST(SnapshotTest, ConnectionsStayWithTheConversionsOnTheWay) {
+    const std::string scene = writeFile("scene.json", kConnected);
+    const std::string made = writeFile("made.json", "") + " " + writeFile("made.bin", "");
+    const std::string methods = "reverse;multiplyDivide3D;plusMinusAverage3D;clamp;addDoubleLinear"; // no conversion
+    EXPECT_EQ(zentcheck("--scene " + scene + " --make-manifest --methods \"" + methods + "\" " + made).status, 0);
+    EXPECT_EQ(expectOneLog(scene, made).status, 0);
+    const auto connections = [](const std::string& file) {
+        const auto list = nlohmann::json::parse(file)["connections"];
+        return std::set<nlohmann::json>(list.begin(), list.end());
+    };
+    const std::string snapshot = std::filesystem::path(scene).parent_path() / "snapshot.json";
+    EXPECT_EQ(connections(readFile(snapshot)), connections(kConnected));
+}
+
+TEST(SnapshotTest, LargeShapesLieInAFileOfItsOwn) {
+    const auto points = [](int count, const char* x) {
+        std::string list;
+        for (int i = 0; i < count; ++i) {
+            list += (i == 0 ? "[" : ", [") + std::to_string(i) + x + ", 0, 0.7]";
+        }
+        return "[" + list + "]";
+    };
+    std::string knots = "0";
+    for (int i = 1; i < 1000; ++i) {
+        knots += ", " + std::to_string(i);
+    }
+    const std::string mesh =
+        R"({"mesh": {"points": )" + points(1000, ".1") + R"(, "matrix": [1,0,0,0.5, 0,1,0,0, 0,0,1,0, 0.1,0,0,1]}})";
+    const std::string curve = R"({"curve": {"degree": 1, "form": "open", "knots": [)" + knots + R"(], "points": )";
+    const std::string exact = points(1000, ""); // but for 0.7
+    const std::string scene = writeFile(
+        "scene.json", R"({"nodes": {"n": {"c": )" + curve + std::regex_replace(exact, std::regex("0\\.7"), "0.5") +
+                          "}}, \"d\": " + curve + exact + "}}}, \"b\": {\"type\": \"nonLinear\", \"out\": " + mesh +
+                          ", \"in\": " + mesh + "}}}");
+    const std::string manifest = writeFile("manifest.json", R"([
+        {"node_name": "n", "method": "curveInfo", "results": [{"attribute": 0, "value": 999}], "arguments": [{"attribute": 0, "name": "n.c"}]},
+        {"node_name": "n", "method": "curveInfo", "results": [{"attribute": 0, "value": 7}], "arguments": [{"attribute": 0, "name": "n.d"}]},
+        {"node_name": "b", "method": "deformBendMesh", "results": [{"attribute": 0, "name": "b.out"}], "arguments": [
+         {"attribute": 0, "name": "b.in"}, {"attribute": 1, "value": 1}, {"attribute": 2, "value": [1,0,0,0, 0,1,0,0, 0,0,1,0, 0,0,0,1]},
+         {"attribute": 3, "value": 0.25}, {"attribute": 4, "value": -1}, {"attribute": 5, "value": 1}]}])");
+    EXPECT_EQ(expectOneLog(scene, manifest).status, 1);
+    const std::filesystem::path folder = std::filesystem::path(scene).parent_path();
+    const std::string told = readFile(folder / "snapshot.json");
+    EXPECT_EQ(nlohmann::json::parse(told)["resource"], "snapshot.json.bin");
+    // Two meshes and one curve: the other would lose bits of 0.7.
+    EXPECT_EQ(readFile(folder / "snapshot.json.bin").substr(0, 8), std::string("\3\0\0\0\0\0\0\0", 8));
+    EXPECT_NE(told.find("0.7"), std::string::npos);
+}
+
+TEST(SnapshotTest, AnAngleKeepsItsUnit) {
+    const std::string scene = writeFile("scene.json", R"({"nodes": {"n": {"a": {"angle": 90},
+        "b": {"angle": 90, "unit": "minutes"}, "c": {"angle": 1.5, "unit": "radians"}}}})");
+    const Outcome outcome = expectOneLog(scene, writeFile("manifest.json", readings({"n.a", "n.b", "n.c"})));
+    EXPECT_NE(outcome.out.find("0.02617993"), std::string::npos) << outcome.out; // 1.5 degrees
+}
+
 TEST(SnapshotTest, WhatFailsFailsAlike) {
     const std::string scene = writeFile("scene.json", R"({"nodes": {
         "|a|x": {"v": 1}, "|b|x": {"v": 2}, "ns:m": {"v": 4}, "|ns:a|ns:x": {"v": 4},
@@ -115,6 +191,11 @@ TEST(SnapshotTest, WhatFailsFailsAlike) {
         {"--snapshot " + kept + " --frames 1-9e9 " + good, "are too many"},
         {"--snapshot " + kept + " --scene " + scene + " " + good, "only a check without a report takes several"},
         {"--strict --scene " + scene + " " + good, "only a check without a report takes several"},
+        {"--snapshot " + good + " " + good, "error: ZentSnapshot: cannot write " + good + ": it is read, too\n"},
+        {"--make-manifest --snapshot " + kept + " " + kept + " " + kept + ".bin", "two files would have this name"},
+        {"--make-manifest --frames 1-2 --snapshot a " + kept + " b", "--frames excludes --make-manifest"},
+        {"--make-manifest " + kept + " /no/such/folder/r.bin", "error: cannot write /no/such/folder/r.bin\n"},
+        {"--make-manifest --methods clmap " + kept + " r.bin", "unknown method \"clmap\", did you mean \"clamp\"?"},
         {"--snapshot " + kept + " " + writeFile("broken.json", "["),
          "error: ZentSnapshot: [json.exception.parse_error"},
     };
