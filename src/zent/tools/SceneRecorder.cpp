@@ -18,7 +18,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <exception>
 #include <utility>
 #include <vector>
@@ -267,7 +266,7 @@ bool isLarge(const ordered_json& shape) {
 
 /// Whether two floats are one, and so are what a log shows of them.
 bool isSame(float a, float b) {
-    return std::memcmp(&a, &b, sizeof(a)) == 0 || (std::isnan(a) && std::isnan(b));
+    return (a == b && std::signbit(a) == std::signbit(b)) || (std::isnan(a) && std::isnan(b));
 }
 
 bool isSame(const mat4& a, const mat4& b) {
