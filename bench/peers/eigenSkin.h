@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 namespace zent::peers {
@@ -10,7 +11,7 @@ struct FourInfluences {
 };
 
 /// A linear blend skin as Eigen's users write it; matrices of 16 floats, points of 3.
-void eigenSkin(const float* matrix, const float* bindPreMatrix, unsigned influences, const FourInfluences* packed,
-               const float* from, float* to, unsigned points);
+void eigenSkin(const float* matrix, const float* bindPreMatrix, std::size_t influences, const FourInfluences* packed,
+               const float* from, float* to, std::size_t points);
 
 } // namespace zent::peers
