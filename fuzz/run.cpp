@@ -1,5 +1,5 @@
 // Any manifest, scene and resource file, in this order, make a run that ends, and leaves nothing behind. Deformers run,
-// and all that a record reads is reported.
+// and all that a record reads is reported; one run in four writes a results file, which has a line for each record.
 #include "support/input.h"
 
 #include "maya/Commands.h"
@@ -9,11 +9,15 @@
 #include "zent/expression/VM.h"
 #include "zent/proxies/Plain.h"
 #include "zent/proxies/Registry.h"
+#include "zent/results/ResultsReader.h"
+#include "zent/tools/Report.h"
 #include "zent/values/Port.h"
 #include "zent/values/resource.h"
 
 #include <maya/MFnPlugin.h>
 
+#include <cstdlib>
+#include <fstream>
 #include <memory>
 #include <stdexcept>
 
@@ -68,6 +72,27 @@ void registerCommand() {
     zent::ZentCheck::addProxy(std::make_unique<BoundedExpression>());
     MObject plugin;
     MFnPlugin(plugin).registerCommand(zent::ZentCheck::name, zent::ZentCheck::creator, zent::ZentCheck::createSyntax);
+    MFnPlugin(plugin).registerCommand(zent::ZentReport::kName, zent::ZentReport::creator,
+                                      zent::ZentReport::createSyntax);
+}
+
+/// A report goes on to the end: its results file is whole.
+void report(const std::string& manifest, const std::string& resource) {
+    static fuzz::MemoryFile file;
+    const std::string& results = file.write("");
+    host::runCommand(zent::ZentReport::kName, {"-v", "2", "-rs", results, manifest, resource});
+    std::ifstream in(results);
+    zent::ResultsReader reader(in);
+    zent::ResultRecord record;
+    std::uint64_t records = 0;
+    while (reader.next(record)) {
+        if (record.index != records++) {
+            std::abort();
+        }
+    }
+    if (records != reader.header().records || reader.malformedLines() > 0 || !reader.isComplete()) {
+        std::abort();
+    }
 }
 
 /// The storage of a new process.
@@ -95,7 +120,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         if (!contents[kScene].empty()) {
             scene::readSceneFile(files[kScene].write(contents[kScene]), resource, scene::Scene::current());
         }
-        host::runCommand("ZentCheck", {"-id", "false", "-x", "false", "-v", "2", manifest, resource});
+        if (size % 4 == 0) {
+            report(manifest, resource);
+        } else {
+            host::runCommand("ZentCheck", {"-id", "false", "-x", "false", "-v", "2", manifest, resource});
+        }
     } catch (const std::runtime_error&) {
     }
     scene::Scene::current().clear();

@@ -15,7 +15,8 @@ namespace host {
 namespace {
 
 std::string temporaryFile() {
-    std::string path = (std::filesystem::temp_directory_path() / "zentcheck-XXXXXX").string();
+    std::error_code problem; // without a folder for temporary files, the path is that of the working folder
+    std::string path = (std::filesystem::temp_directory_path(problem) / "zentcheck-XXXXXX").string();
     const int file = mkstemp(path.data());
     if (file < 0) {
         throw std::runtime_error("cannot write temporary file " + path + ": " + std::strerror(errno));

@@ -1,4 +1,4 @@
-"""Runs zentreport from the outside: zentreportTest.py PROGRAM [PATTERN]."""
+"""Runs zentreport from the outside: zentreportTest.py PROGRAM SCHEMA [PATTERN]; the schema is that of JUnit XML."""
 import pathlib
 import re
 import subprocess
@@ -10,7 +10,7 @@ import xml.etree.ElementTree
 import makeResults
 
 PROGRAM = ""
-SCHEMA = pathlib.Path(__file__).with_name("junit.xsd")
+SCHEMA = ""
 
 
 class Zentreport(unittest.TestCase):
@@ -108,4 +108,5 @@ class Zentreport(unittest.TestCase):
 
 if __name__ == "__main__":
     PROGRAM = str(pathlib.Path(sys.argv.pop(1)).resolve())
+    SCHEMA = str(pathlib.Path(sys.argv.pop(1)).resolve())
     unittest.main()

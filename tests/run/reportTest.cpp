@@ -204,6 +204,10 @@ TEST_F(ReportTest, WritesJUnitAndThePage) {
     EXPECT_EQ(zentcheck("--report " + manifest + " " + manifest).status, 2);
     EXPECT_FALSE(readFile(manifest).empty());
     EXPECT_EQ(zentcheck("--junit /dev/full " + manifest).status, 2);
+    EXPECT_NE(zentcheck("--junit x --report x " + manifest).err.find("both reports in one file: x\n"),
+              std::string::npos);
+    EXPECT_NE(run("TMPDIR=/proc " + std::string(ZENTCHECK) + " " + files + manifest).err.find("temporary file"),
+              std::string::npos);
     EXPECT_EQ(zentcheck("--report /no/such/folder/page.html " + manifest).status, 2);
 }
 
