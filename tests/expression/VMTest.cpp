@@ -190,6 +190,8 @@ TEST(VM, UncheckedSituationsHaveTextsOfTheirOwn) {
         {"load 0", "local slot 0 of the expression lies beyond the stack: the frame starts at 0, the stack has 0"},
         {"true\n store 1",
          "local slot 1 of the expression lies beyond the stack: the frame starts at 0, the stack has 1"},
+        {"store 1", "local slot 1 of the expression lies beyond the stack: the frame starts at 0, the stack has 0"},
+        {"mod", "an instruction of the expression takes 2 values from a stack of 0"},
         {"pop", "an instruction of the expression takes 1 values from a stack of 0"},
         {"output 0", "an instruction of the expression takes 1 values from a stack of 0"},
         {"const 1\n add", "an instruction of the expression takes 2 values from a stack of 1"},

@@ -26,7 +26,8 @@ void combineNumbers(ValueStack& stack, Operation operation) {
 }
 
 void modulo(ValueStack& stack) {
-    takeModulo(stack.top(1), stack.top());
+    Value& a = stack.top(1); // two values are missed first
+    takeModulo(a, stack.top());
     stack.pop();
 }
 

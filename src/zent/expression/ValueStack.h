@@ -68,7 +68,10 @@ public:
     }
 
     /// The slot takes the top, which stays.
-    void store(std::size_t frame, std::size_t slot) { assign(this->slot(frame, slot), top()); }
+    void store(std::size_t frame, std::size_t slot) {
+        Value& to = this->slot(frame, slot); // the slot is missed first
+        assign(to, top());
+    }
 
     /// Removes the values down to an index; where there are none above it, none.
     void shrink(std::size_t size) { size_ = std::min(size_, size); }
