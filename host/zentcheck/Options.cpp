@@ -172,6 +172,9 @@ Options parseOptions(int argc, char** argv) {
         app.add_flag("--strict", options.isStrict,
                      "Status 2 also where nothing ran, a method is unknown, or --skip names one that no record has")
             ->group(kReport);
+    app.add_flag("--chain", options.isChained,
+                 "Also let records read each other's results, and tell how errors add up and where they come from")
+        ->group(kReport);
     app.add_flag("--quiet", options.isQuiet, "No summary and no progress");
     app.add_option("--scene", options.scenes, "The scene that plug names refer to, a JSON file; several run in turn")
         ->allow_extra_args(false)
@@ -292,14 +295,18 @@ Options parseOptions(int argc, char** argv) {
         if (options.makeManifest && !options.frames.empty()) {
             throw CLI::ExcludesError("--frames", "--make-manifest");
         }
-        if (options.scenes.size() > 1 &&
-            (!options.isRun() || !options.snapshot.empty() || options.makeManifest || options.wantsReport())) {
+        if (options.scenes.size() > 1 && (!options.isRun() || !options.snapshot.empty() || options.makeManifest ||
+                                          (options.wantsReport() && !options.isChained))) {
             throw CLI::ValidationError("--scene", "only a check without a report takes several");
+        }
+        if (options.scenes.size() > 1 && (!options.junit.empty() || !options.page.empty())) {
+            throw CLI::ValidationError("--scene",
+                                       "of several with --chain, zentreport makes the reports out of their --results");
         }
         for (std::size_t i = 0; i < commandFlags().size(); ++i) {
             if (commandFlags()[i].isReports && given[i]->count() > 0 && !options.wantsReport()) {
                 throw CLI::ValidationError(commandFlags()[i].option,
-                                           "only goes with --results, --junit, --report or --strict");
+                                           "only goes with --results, --junit, --report, --strict or --chain");
             }
         }
     } catch (const CLI::CallForHelp&) {

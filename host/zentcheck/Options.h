@@ -27,6 +27,7 @@ struct Options {
     std::string junit;
     std::string page;
     bool isStrict = false;
+    bool isChained = false; ///< records read each other's results
     bool isQuiet = false;
     std::vector<std::string> skipped; ///< the methods that are left out
     std::string snapshot;             ///< the scene to write, empty for none
@@ -67,7 +68,7 @@ struct Options {
     /// The value of one of the command's flags, empty if it is not given.
     std::string flagValue(const char* flag) const;
     /// Whether ZentReport runs, not ZentCheck.
-    bool wantsReport() const { return isStrict || !results.empty() || !junit.empty() || !page.empty(); }
+    bool wantsReport() const { return isStrict || isChained || !results.empty() || !junit.empty() || !page.empty(); }
     const std::string& geometryFile() const { return sceneResource.empty() ? resource : sceneResource; }
     /// The words of a call of ZentManifest.
     std::vector<std::string> exportWords() const;

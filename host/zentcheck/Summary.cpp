@@ -97,10 +97,19 @@ Summary readSummary(const json& summary, const Options& options) {
     if (summary.at("stopped").get<bool>()) {
         result.line += "; stopped before the end";
     }
+    if (const auto chain = summary.find("chain"); chain != summary.end()) {
+        result.line += fmt::format("; chained: {} match, {} mismatch, {} error", countOf(*chain, "match"),
+                                   countOf(*chain, "mismatch"), countOf(*chain, "error"));
+        if (const json& worst = chain->at("worst"); !worst.is_null()) {
+            result.line += ", worst " + worstText(worst, worst.at("method"));
+        }
+        result.hasMismatch = countOf(*chain, "mismatch") > 0;
+        result.hasError = countOf(*chain, "error") > 0;
+    }
     result.table = tableOf(summary.at("methods"));
     result.problems = problemsOf(summary, options);
-    result.hasMismatch = countOf(summary, "mismatch") > 0;
-    result.hasError = countOf(summary, "error") > 0;
+    result.hasMismatch = result.hasMismatch || countOf(summary, "mismatch") > 0;
+    result.hasError = result.hasError || countOf(summary, "error") > 0;
     return result;
 }
 

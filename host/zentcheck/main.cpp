@@ -77,7 +77,9 @@ std::string frameOf(const scene::Scene& scene) {
 }
 
 /// One scene after the other, each told with its frame and what it came to; a scene's log has a folder of its own.
-Status checkScenes(const host::Options& options, host::Terminal& terminal) {
+/// `check` is called with the scene's file and that folder.
+template <class Check>
+Status checkScenes(const host::Options& options, host::Terminal& terminal, Check check) {
     Status worst = kMatched;
     scene::Scene& scene = scene::Scene::current();
     std::vector<std::string> lines;
@@ -90,7 +92,7 @@ Status checkScenes(const host::Options& options, host::Terminal& terminal) {
             folder = (std::filesystem::path(folder) / std::filesystem::path(file).stem()).string();
             std::filesystem::create_directories(folder);
         }
-        const Status status = checkScene(options, folder);
+        const Status status = check(file, folder);
         worst = std::max(worst, status);
         lines.push_back(fmt::format("{}: {}", frameOf(scene), inWords(status)));
     }
@@ -101,8 +103,12 @@ Status checkScenes(const host::Options& options, host::Terminal& terminal) {
 }
 
 Status runCheck(const host::Options& options, host::Terminal& terminal) {
-    const Status status =
-        options.scenes.size() > 1 ? checkScenes(options, terminal) : checkScene(options, options.logFolder());
+    const Status status = options.scenes.size() > 1
+                              ? checkScenes(options, terminal,
+                                            [&options](const std::string&, const std::string& folder) {
+                                                return checkScene(options, folder);
+                                            })
+                              : checkScene(options, options.logFolder());
     terminal.setSummary(inWords(status));
     return status;
 }
@@ -117,9 +123,12 @@ Status takeSnapshot(const host::Options& options, host::Terminal& terminal) {
     return kMatched;
 }
 
-Status runReport(const host::Options& options, host::Terminal& terminal) {
-    removeLog(options.logFolder());
-    std::vector<std::string> words = options.commandWords(options.logFolder());
+Status runReport(const host::Options& options, host::Terminal& terminal, const std::string& logFolder) {
+    removeLog(logFolder);
+    std::vector<std::string> words = options.commandWords(logFolder);
+    if (options.isChained) {
+        words.insert(words.end(), {"-chain", "true"});
+    }
     host::Reports reports(options);
     if (!reports.results().empty()) {
         words.insert(words.end(), {"-results", reports.results()});
@@ -140,6 +149,26 @@ Status runReport(const host::Options& options, host::Terminal& terminal) {
         }
     }
     return outcome.status.error() || summary.hasError ? kFailed : status;
+}
+
+/// A results file for each of several scenes: its name has the scene's in it.
+Status runReports(const host::Options& options, host::Terminal& terminal) {
+    if (options.scenes.size() < 2) {
+        return runReport(options, terminal, options.logFolder());
+    }
+    const Status status = checkScenes(options, terminal, [&](const std::string& file, const std::string& folder) {
+        host::Options one = options;
+        one.scene = file;
+        if (!one.results.empty()) {
+            const std::filesystem::path path(one.results);
+            const std::string name =
+                path.stem().string() + "." + std::filesystem::path(file).stem().string() + path.extension().string();
+            one.results = (path.parent_path() / name).string();
+        }
+        return runReport(one, terminal, folder);
+    });
+    terminal.setSummary(inWords(status));
+    return status;
 }
 
 /// Writes a manifest of the scene, and tells the notes.
@@ -217,7 +246,7 @@ int run(const host::Options& options) {
         status = !options.batch.empty()      ? host::runBatch(options, terminal)
                  : options.makeManifest      ? makeManifest(options, terminal)
                  : !options.snapshot.empty() ? takeSnapshot(options, terminal)
-                 : options.wantsReport()     ? runReport(options, terminal)
+                 : options.wantsReport()     ? runReports(options, terminal)
                                              : runCheck(options, terminal);
     } catch (const std::exception& error) {
         terminal.error(error.what());

@@ -1,8 +1,8 @@
 #include "zent/check/Run.h"
 
+#include "zent/check/entries.h"
 #include "zent/check/Mismatch.h"
 #include "zent/values/Compare.h"
-#include "zent/values/jsonAccess.h"
 #include "zent/values/Log.h"
 #include "zent/values/Port.h"
 
@@ -17,47 +17,6 @@ namespace {
 
 /// Records of this method are passed over without a trace, whatever "skip" says: deliberately hard-wired.
 constexpr const char* kPassedOverMethod = "worldVisibility";
-
-std::string text(const json& record, const char* key) {
-    const json& value = member(record, key);
-    return value.is_string() ? value.get_ref<const std::string&>() : value.get<std::string>(); // the latter throws
-}
-
-std::vector<unsigned int> takeIndices(const json& entry) {
-    std::vector<unsigned int> indices;
-    const auto found = entry.is_object() ? entry.find("indices") : entry.end();
-    if (found == entry.end()) {
-        return indices;
-    }
-    if (!found->is_array()) {
-        return found->get<std::vector<unsigned int>>(); // throws
-    }
-    indices.reserve(found->size());
-    for (const json& index : *found) {
-        indices.push_back(toUnsigned(index));
-    }
-    return indices;
-}
-
-json takeValue(json& entry) {
-    const auto name = entry.is_object() ? entry.find("name") : entry.end();
-    return std::move(name != entry.end() ? *name : entry.at("value"));
-}
-
-/// Files each entry of a record's list under its attribute number. The entries are used up.
-template <class File>
-void fileEntries(json& record, const char* key, File file) {
-    const auto list = record.find(key);
-    if (list == record.end()) {
-        return;
-    }
-    for (json& entry : *list) {
-        const auto attribute = toldAt({key, std::nullopt}, [&entry] { return toUnsigned(entry.at("attribute")); });
-        const Place place{key, attribute};
-        auto indices = toldAt(place, [&entry] { return takeIndices(entry); });
-        file(attribute, Element(takeValue(entry), std::move(indices), place));
-    }
-}
 
 std::string dumped(const json& value) {
     return value.dump(-1, ' ', false, json::error_handler_t::strict);
@@ -82,8 +41,8 @@ bool Run::next(json&& record) {
     std::string method;
     RecordEnd end = RecordEnd::skipped;
     try {
-        node = text(record, "node_name");
-        method = text(record, "method");
+        node = recordText(record, "node_name");
+        method = recordText(record, "method");
     } catch (const std::exception& error) {
         if (observer_ == nullptr) {
             throw;
@@ -156,13 +115,10 @@ bool Run::end() const {
 }
 
 unsigned Run::checkSingle(json record) const {
-    const std::string method = text(record, "method");
-    std::vector<Port> ports;
-    fileEntries(record, "results",
-                [&](unsigned int attribute, Element&& element) { addTo(ports, attribute, std::move(element)); });
-    Arguments args;
-    fileEntries(record, "arguments",
-                [&](unsigned int attribute, Element&& element) { args.add(attribute, std::move(element)); });
+    const std::string method = recordText(record, "method");
+    const RecordEntries entries = takeEntries(record);
+    const std::vector<Port>& ports = entries.ports;
+    const Arguments& args = entries.args;
 
     // Only here, so that a bad entry is told of even where nobody would read it: deliberate.
     const auto found = registry_.find(method);

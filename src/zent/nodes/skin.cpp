@@ -142,12 +142,18 @@ template Lattice skin(float, Lattice const&, mat4 const&, std::vector<mat4>, std
 
 std::vector<mat4> skinPalette(mat4 const& geomMatrix, std::vector<mat4> const& matrix,
                               std::vector<mat4> const& bindPreMatrix) {
+    std::vector<mat4> palette;
+    skinPalette(geomMatrix, matrix, bindPreMatrix, palette);
+    return palette;
+}
+
+void skinPalette(mat4 const& geomMatrix, std::vector<mat4> const& matrix, std::vector<mat4> const& bindPreMatrix,
+                 std::vector<mat4>& palette) {
     const mat4 worldToGeom = glm::inverse(geomMatrix);
-    std::vector<mat4> palette(std::min(matrix.size(), bindPreMatrix.size()));
+    palette.resize(std::min(matrix.size(), bindPreMatrix.size()));
     for (std::size_t i = 0; i < palette.size(); ++i) {
         palette[i] = combinedMatrix(worldToGeom, matrix[i], bindPreMatrix[i], geomMatrix);
     }
-    return palette;
 }
 
 vec3 skinPoint(vec3 point, std::vector<mat4> const& palette, const PointWeight* first, const PointWeight* last) {

@@ -34,6 +34,8 @@ T IMPL_skin(float envelope, T const& input, mat4 const& geomMatrix, std::vector<
 /// have both of theirs, made once, and a point by its influences' indices and weights, in their order.
 std::vector<mat4> skinPalette(mat4 const& geomMatrix, std::vector<mat4> const& matrix,
                               std::vector<mat4> const& bindPreMatrix);
+void skinPalette(mat4 const& geomMatrix, std::vector<mat4> const& matrix, std::vector<mat4> const& bindPreMatrix,
+                 std::vector<mat4>& palette);
 using PointWeight = std::pair<unsigned int, float>;
 vec3 skinPoint(vec3 point, std::vector<mat4> const& palette, const PointWeight* first, const PointWeight* last);
 

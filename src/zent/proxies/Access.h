@@ -63,11 +63,17 @@ struct Caller;
 template <class Result, class... Parameters>
 struct Caller<Result (*)(Parameters...)> {
     using Value = std::decay_t<Result>;
+    using Values = std::tuple<std::decay_t<Parameters>...>;
 
     template <std::size_t... I>
-    static Result call(Result (*function)(Parameters...), const Arguments& args, std::index_sequence<I...>) {
+    static Values read(const Arguments& args, std::index_sequence<I...>) {
         // Braces read the arguments in order, so that the first bad one is the one reported.
-        std::tuple<std::decay_t<Parameters>...> values{read<std::decay_t<Parameters>>(args, I)...};
+        return Values{zent::read<std::decay_t<Parameters>>(args, I)...};
+    }
+    static Values read(const Arguments& args) { return read(args, std::index_sequence_for<Parameters...>{}); }
+    template <std::size_t... I>
+    static Result call(Result (*function)(Parameters...), const Arguments& args, std::index_sequence<I...> all) {
+        Values values = read(args, all);
         return function(std::forward<Parameters>(std::get<I>(values))...);
     }
     static Result call(Result (*function)(Parameters...), const Arguments& args) {

@@ -85,11 +85,17 @@ public:
     std::string name() const override { return std::string("blendShape") + shapeName<T>(); }
     void init(const Arguments& args, const std::vector<Port>& ports) override;
     void deform(T& point, unsigned int index) const override;
+    std::unique_ptr<Evaluation> bind(const Arguments& args) override;
+    Slot slot(unsigned int index, const EntryPlace& entry) override;
+    void prepare() override;
     MethodInfo info() const {
         return this->deformerInfo(
             argumentsOfTypes<float, T, WeightMap, std::map<ItemIndex, T>, std::map<ItemIndex, DeltaList>,
                              std::map<unsigned int, WeightMap>>());
     }
+
+protected:
+    unsigned int inputArgument() const override { return 1; }
 
 private:
     static constexpr unsigned int kNoFactors = ~0U;
@@ -125,6 +131,7 @@ private:
     float envelope = 0.0f;
     WeightMap weights;
     PlugPoints plugPoints;
+    std::map<ItemIndex, T> ownShapes;               ///< of items that may be overwritten
     std::vector<WholeItem> wholeItems;              ///< of targets with a weight, ascending
     std::vector<std::vector<ItemIndex>> deltaItems; ///< by list: the items that it stands for, ascending
     bool sharesLists = false;
@@ -139,6 +146,7 @@ void ProxyBlendShape<T>::init(const Arguments& args, const std::vector<Port>& po
     this->readInput(args, 1);
     weights = read<WeightMap>(args, 2);
     plugPoints = {};
+    ownShapes.clear();
     const auto shapes = readShapes(args.get(3));
     DeltaUses deltas;
     for (const Element& element : args.get(4).elements()) {
@@ -310,6 +318,50 @@ void ProxyBlendShape<T>::deform(T& point, unsigned int index) const {
         }
     }
     pointsOf(point)[0] = result;
+}
+
+/// An evaluation outlives the resource file.
+template <class T>
+std::unique_ptr<Evaluation> ProxyBlendShape<T>::bind(const Arguments& args) {
+    std::unique_ptr<Evaluation> evaluation = ProxyDeformer<T>::bind(args);
+    for (WholeItem& item : wholeItems) {
+        item.shape.points = &plugPoints.hold(std::vector<vec3>(*item.shape.points));
+    }
+    return evaluation;
+}
+
+template <class T>
+Slot ProxyBlendShape<T>::slot(unsigned int index, const EntryPlace& entry) {
+    switch (index) {
+    case 0:
+        return entrySlot(envelope, entry);
+    case 1:
+        return entrySlot(this->input, entry);
+    case 2:
+        return entrySlot(weights, entry);
+    case 3:
+        break;
+    default:
+        return {};
+    }
+    for (WholeItem& item : wholeItems) {
+        if (entry.indices.size() >= 2 && item.index == ItemIndex(entry.indices[0], entry.indices[1])) {
+            T& own = ownShapes[item.index];
+            pointsOf(own) = *item.shape.points;
+            item.shape.points = &pointsOf(own);
+            return slotOf(own);
+        }
+    }
+    return {};
+}
+
+template <class T>
+void ProxyBlendShape<T>::prepare() {
+    for (const WholeItem& item : wholeItems) {
+        if (item.shape.points->size() < item.shape.count) {
+            throw std::runtime_error(itemName("shapes", item.index) + ": its number of points has changed");
+        }
+    }
 }
 
 template <class T>

@@ -13,12 +13,16 @@ public:
     std::string name() const override { return std::string("cluster") + shapeName<T>(); }
     void init(const Arguments& args, const std::vector<Port>& ports) override;
     void deform(T& point, unsigned int index) const override;
+    Slot slot(unsigned int index, const EntryPlace& entry) override;
+    void prepare() override { move = handle.pointCluster(); }
     MethodInfo info() const {
         return this->deformerInfo(argumentsOfTypes<T, std::vector<unsigned int>, mat4, mat4, int, WeightMap, vec3, vec3,
                                                    int, vec3, vec3, vec3, vec3, vec3>());
     }
 
 private:
+    static constexpr unsigned int kStart = 2;
+
     struct VtxAttribute {
         bool listed; ///< has no effect: the weight alone makes a point a member
         float weight;
@@ -26,16 +30,17 @@ private:
 
     void split_attributes(const std::vector<unsigned int>& indices, const WeightMap& weights);
 
-    std::function<vec3(vec3, float)> move;
+    ClusterHandle handle;
+    std::function<vec3(vec3, float)> move; ///< by the handle
     std::vector<VtxAttribute> attributes;
 };
 
 template <class T>
 void ProxyCluster<T>::init(const Arguments& args, const std::vector<Port>& ports) {
-    constexpr unsigned int kStart = 2;
     ProxyDeformer<T>::init(args, ports);
     this->readInput(args, 0);
-    move = ClusterHandle::read(args, kStart).pointCluster();
+    handle = ClusterHandle::read(args, kStart);
+    prepare();
     const auto indices = read<std::vector<unsigned int>>(args, 1);
     split_attributes(indices, read<WeightMap>(args, ClusterHandle::weightsArgument(kStart)));
 }
@@ -48,6 +53,15 @@ void ProxyCluster<T>::split_attributes(const std::vector<unsigned int>& indices,
         attributes[i] = {std::binary_search(indices.begin(), indices.end(), i),
                          weight == weights.end() ? 1.0f : weight->second};
     }
+}
+
+template <class T>
+Slot ProxyCluster<T>::slot(unsigned int index, const EntryPlace& entry) {
+    if (index == ClusterHandle::weightsArgument(kStart)) {
+        const bool isPoint = !entry.indices.empty() && entry.indices[0] < attributes.size();
+        return isPoint ? slotOf(attributes[entry.indices[0]].weight) : Slot();
+    }
+    return index == 0 ? entrySlot(this->input, entry) : handle.slot(kStart, index, entry);
 }
 
 template <class T>

@@ -11,24 +11,29 @@ public:
     std::string name() const override { return std::string("clusterFull") + shapeName<T>(); }
     void init(const Arguments& args, const std::vector<Port>& ports) override;
     void deform(T& point, unsigned int index) const override;
+    Slot slot(unsigned int index, const EntryPlace& entry) override;
+    void prepare() override { move = handle.pointCluster(); }
     MethodInfo info() const {
         return this->deformerInfo(
             argumentsOfTypes<T, mat4, mat4, int, WeightMap, vec3, vec3, int, vec3, vec3, vec3, vec3, vec3>());
     }
 
 private:
+    static constexpr unsigned int kStart = 1;
+
     void split_attributes(const WeightMap& weights);
 
-    std::function<vec3(vec3, float)> move;
+    ClusterHandle handle;
+    std::function<vec3(vec3, float)> move; ///< by the handle
     std::vector<float> weightByPoint;
 };
 
 template <class T>
 void ProxyClusterFull<T>::init(const Arguments& args, const std::vector<Port>& ports) {
-    constexpr unsigned int kStart = 1;
     ProxyDeformer<T>::init(args, ports);
     this->readInput(args, 0);
-    move = ClusterHandle::read(args, kStart).pointCluster();
+    handle = ClusterHandle::read(args, kStart);
+    prepare();
     split_attributes(read<WeightMap>(args, ClusterHandle::weightsArgument(kStart)));
 }
 
@@ -38,6 +43,15 @@ void ProxyClusterFull<T>::split_attributes(const WeightMap& weights) {
     for (auto it = weights.begin(); it != weights.end() && it->first < weightByPoint.size(); ++it) {
         weightByPoint[it->first] = it->second;
     }
+}
+
+template <class T>
+Slot ProxyClusterFull<T>::slot(unsigned int index, const EntryPlace& entry) {
+    if (index == ClusterHandle::weightsArgument(kStart)) {
+        const bool isPoint = !entry.indices.empty() && entry.indices[0] < weightByPoint.size();
+        return isPoint ? slotOf(weightByPoint[entry.indices[0]]) : Slot();
+    }
+    return index == 0 ? entrySlot(this->input, entry) : handle.slot(kStart, index, entry);
 }
 
 template <class T>

@@ -17,4 +17,33 @@ std::function<vec3(vec3, float)> ClusterHandle::pointCluster() const {
                               rotatePivotTranslate, scalePivotTranslate);
 }
 
+Slot ClusterHandle::slot(unsigned int start, unsigned int index, const EntryPlace& entry) {
+    switch (index - start) {
+    case 0:
+        return entrySlot(first, entry);
+    case 1:
+        return entrySlot(second, entry);
+    case 2:
+        return entrySlot(angleMode, entry);
+    case 4:
+        return entrySlot(translate, entry);
+    case 5:
+        return entrySlot(rotate, entry);
+    case 6:
+        return entrySlot(rotateOrder, entry);
+    case 7:
+        return entrySlot(scale, entry);
+    case 8:
+        return entrySlot(rotatePivot, entry);
+    case 9:
+        return entrySlot(scalePivot, entry);
+    case 10:
+        return entrySlot(rotatePivotTranslate, entry);
+    case 11:
+        return entrySlot(scalePivotTranslate, entry);
+    default:
+        return {};
+    }
+}
+
 } // namespace zent

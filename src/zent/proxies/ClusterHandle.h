@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zent/proxies/Access.h"
+#include "zent/proxies/Evaluation.h"
 
 #include <functional>
 
@@ -24,6 +25,8 @@ struct ClusterHandle {
     static ClusterHandle read(const Arguments& args, unsigned int start);
     /// See pointCluster.
     std::function<vec3(vec3, float)> pointCluster() const;
+    /// Where the argument stands, none for those that are no part of this.
+    Slot slot(unsigned int start, unsigned int index, const EntryPlace& entry);
     /// The argument of the weights.
     static unsigned int weightsArgument(unsigned int start) { return start + 3; }
 };

@@ -3,6 +3,7 @@
 #include "zent/proxies/ProxyDeformer.h"
 
 #include <algorithm>
+#include <array>
 
 namespace zent {
 
@@ -12,11 +13,16 @@ public:
     std::string name() const override { return "deformBendPartialMesh"; }
     void init(const Arguments& args, const std::vector<Port>& ports) override;
     void deform(Mesh& point, unsigned int index) const override;
+    Slot slot(unsigned int index, const EntryPlace& entry) override;
+    void prepare() override;
     MethodInfo info() const { return deformerInfo(argumentsOf<deformBendPartialMesh>()); }
 
 private:
     void split_attributes(const std::vector<unsigned int>& indices);
 
+    float envelope = 0.0f;
+    mat4 handle{1.0f};
+    std::array<float, 3> numbers{}; ///< curvature, low bound, high bound
     PointBend bend;
     std::vector<char> listed; ///< by point
 };
@@ -24,14 +30,31 @@ private:
 void ProxyDeformBendPartialMesh::init(const Arguments& args, const std::vector<Port>& ports) {
     ProxyDeformer<Mesh>::init(args, ports);
     readInput(args, 0);
-    const float envelope = read<float>(args, 1);
-    const mat4 handle = read<mat4>(args, 3);
-    const float curvature = read<float>(args, 4);
-    const float lowBound = read<float>(args, 5);
-    const float highBound = read<float>(args, 6);
-    const auto shape = onePointShape<Mesh>(vec3(0.0f), matrixOf(input)); // its inverse is a point's
-    bend = PointBend(matrixOf(shape), inverseMatrixOf(shape), envelope, handle, curvature, lowBound, highBound);
+    envelope = read<float>(args, 1);
+    handle = read<mat4>(args, 3);
+    for (unsigned int i = 0; i < numbers.size(); ++i) {
+        numbers[i] = read<float>(args, 4 + i);
+    }
+    prepare();
     split_attributes(read<std::vector<unsigned int>>(args, 2));
+}
+
+void ProxyDeformBendPartialMesh::prepare() {
+    const auto shape = onePointShape<Mesh>(vec3(0.0f), matrixOf(input)); // its inverse is a point's
+    bend = PointBend(matrixOf(shape), inverseMatrixOf(shape), envelope, handle, numbers[0], numbers[1], numbers[2]);
+}
+
+Slot ProxyDeformBendPartialMesh::slot(unsigned int index, const EntryPlace& entry) {
+    switch (index) {
+    case 0:
+        return entrySlot(input, entry);
+    case 1:
+        return entrySlot(envelope, entry);
+    case 3:
+        return entrySlot(handle, entry);
+    default:
+        return index > 3 && index < 7 ? entrySlot(numbers[index - 4], entry) : Slot();
+    }
 }
 
 // By binary search, so that an unsorted list may lose points here that it names for the whole-shape function.

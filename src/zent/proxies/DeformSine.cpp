@@ -2,6 +2,8 @@
 #include "zent/proxies/Access.h"
 #include "zent/proxies/ProxyDeformer.h"
 
+#include <array>
+
 namespace zent {
 
 /// The adapter of `deformSine<T>`; T is Curve or Surface.
@@ -11,9 +13,13 @@ public:
     std::string name() const override { return std::string("deformSine") + shapeName<T>(); }
     void init(const Arguments& args, const std::vector<Port>& ports) override;
     void deform(T& point, unsigned int index) const override;
+    Slot slot(unsigned int index, const EntryPlace& entry) override;
+    void prepare() override;
     MethodInfo info() const { return this->deformerInfo(argumentsOf<deformSine<T>>()); }
 
 private:
+    mat4 handle{1.0f};
+    std::array<float, 6> numbers{}; ///< envelope, wavelength, amplitude, offset, low bound, high bound
     PointSine sine;
 };
 
@@ -21,16 +27,34 @@ template <class T>
 void ProxyDeformSine<T>::init(const Arguments& args, const std::vector<Port>& ports) {
     ProxyDeformer<T>::init(args, ports);
     this->readInput(args, 0);
-    const auto envelope = read<float>(args, 1);
-    const auto handle = read<mat4>(args, 2);
-    const auto wavelength = read<float>(args, 3);
-    const auto amplitude = read<float>(args, 4);
-    const auto offset = read<float>(args, 5);
-    const auto lowBound = read<float>(args, 6);
-    const auto highBound = read<float>(args, 7);
+    numbers[0] = read<float>(args, 1);
+    handle = read<mat4>(args, 2);
+    for (unsigned int i = 1; i < numbers.size(); ++i) {
+        numbers[i] = read<float>(args, 2 + i);
+    }
+    prepare();
+}
+
+template <class T>
+void ProxyDeformSine<T>::prepare() {
     const auto shape = onePointShape<T>(vec3(0.0f), matrixOf(this->input)); // its inverse is a point's
+    const auto& [envelope, wavelength, amplitude, offset, lowBound, highBound] = numbers;
     sine = PointSine(matrixOf(shape), inverseMatrixOf(shape), envelope, handle, wavelength, amplitude, offset, lowBound,
                      highBound);
+}
+
+template <class T>
+Slot ProxyDeformSine<T>::slot(unsigned int index, const EntryPlace& entry) {
+    switch (index) {
+    case 0:
+        return entrySlot(this->input, entry);
+    case 1:
+        return entrySlot(numbers[0], entry);
+    case 2:
+        return entrySlot(handle, entry);
+    default:
+        return index < 8 ? entrySlot(numbers[index - 2], entry) : Slot();
+    }
 }
 
 template <class T>

@@ -2,6 +2,8 @@
 #include "zent/proxies/Access.h"
 #include "zent/proxies/ProxyDeformer.h"
 
+#include <array>
+
 namespace zent {
 
 /// The adapter of `ffd<T>`; T is Mesh or Surface.
@@ -11,10 +13,16 @@ public:
     std::string name() const override { return std::string("ffd") + shapeName<T>(); }
     void init(const Arguments& args, const std::vector<Port>& ports) override;
     void deform(T& point, unsigned int index) const override;
+    Slot slot(unsigned int index, const EntryPlace& entry) override;
+    void prepare() override;
     MethodInfo info() const { return this->deformerInfo(argumentsOf<ffd<T>>()); }
 
 private:
     Lattice lattice;
+    mat4 deformedLatticeMatrix{1.0f};
+    mat4 baseLatticeMatrix{1.0f};
+    bool local = true;
+    std::array<unsigned int, 3> influence{};
     std::function<vec3(vec3)> deformed;
 };
 
@@ -23,16 +31,39 @@ void ProxyFFD<T>::init(const Arguments& args, const std::vector<Port>& ports) {
     ProxyDeformer<T>::init(args, ports);
     this->readInput(args, 0);
     lattice = read<Lattice>(args, 1);
-    const auto deformedLatticeMatrix = read<mat4>(args, 2);
-    const auto baseLatticeMatrix = read<mat4>(args, 3);
-    const auto local = read<bool>(args, 4);
-    const auto influenceS = read<unsigned int>(args, 5);
-    const auto influenceT = read<unsigned int>(args, 6);
-    const auto influenceU = read<unsigned int>(args, 7);
+    deformedLatticeMatrix = read<mat4>(args, 2);
+    baseLatticeMatrix = read<mat4>(args, 3);
+    local = read<bool>(args, 4);
+    for (unsigned int i = 0; i < influence.size(); ++i) {
+        influence[i] = read<unsigned int>(args, 5 + i);
+    }
+    prepare();
+}
+
+template <class T>
+void ProxyFFD<T>::prepare() {
     if (this->count() != 0) {
         const auto shape = onePointShape<T>(vec3(0.0f), matrixOf(this->input)); // its inverse is a point's
         deformed = pointFFD(matrixOf(shape), inverseMatrixOf(shape), lattice, deformedLatticeMatrix, baseLatticeMatrix,
-                            local, influenceS, influenceT, influenceU);
+                            local, influence[0], influence[1], influence[2]);
+    }
+}
+
+template <class T>
+Slot ProxyFFD<T>::slot(unsigned int index, const EntryPlace& entry) {
+    switch (index) {
+    case 0:
+        return entrySlot(this->input, entry);
+    case 1:
+        return entrySlot(lattice, entry);
+    case 2:
+        return entrySlot(deformedLatticeMatrix, entry);
+    case 3:
+        return entrySlot(baseLatticeMatrix, entry);
+    case 4:
+        return entrySlot(local, entry);
+    default:
+        return index < 8 ? entrySlot(influence[index - 5], entry) : Slot();
     }
 }
 

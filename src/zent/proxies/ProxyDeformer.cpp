@@ -55,7 +55,87 @@ private:
     T shape_;
 };
 
+void dropMatrix(Mesh& shape) {
+    shape.matrixLinear = shape.inverseLinear = mat3(1.0f);
+    shape.translation = shape.inverseTranslation = vec3(0.0f);
+}
+template <class T>
+void dropMatrix(T& /*shape*/) {}
+
+void dropSamples(Surface& shape) {
+    shape.closestSamples.clear();
+}
+template <class T>
+void dropSamples(T& /*shape*/) {}
+
+/// The whole shape by its adapter, point by point, so that its bits are those of the points that are compared.
+template <class T>
+class DeformerEvaluation : public Evaluation {
+public:
+    explicit DeformerEvaluation(ProxyDeformer<T>& deformer)
+        : deformer_(deformer), count_(pointCount(deformer.undeformed())),
+          points_(pointsOf(deformer.undeformed()).size()) {}
+
+    Slot argument(unsigned int index, const EntryPlace& entry) override { return deformer_.slot(index, entry); }
+    Slot output(unsigned int attribute, std::size_t position) override {
+        return attribute == 0 && position == 0 ? slotOf(shape_) : Slot();
+    }
+    void evaluate() override {
+        begin();
+        evaluatePoints(0, count_);
+    }
+    void begin() override {
+        const T& undeformed = deformer_.undeformed();
+        if (pointCount(undeformed) != count_ || pointsOf(undeformed).size() != points_) {
+            throw std::runtime_error("input geometry: its number of points has changed");
+        }
+        deformer_.prepare();
+        if (const mat4 matrix = matrixOf(undeformed); matrix != matrix_) {
+            matrix_ = matrix;
+            onePoint_ = onePointShape<T>(vec3(0.0f), matrix);
+        }
+        shape_ = undeformed;
+        dropSamples(shape_);
+        if (deformer_.dropsMatrix()) {
+            dropMatrix(shape_);
+        }
+    }
+    unsigned int points() const override { return count_; }
+    void evaluatePoints(unsigned int from, unsigned int to) override {
+        deformer_.deformPoints(shape_, onePoint_, from, to);
+    }
+    void show(json& /*outputs*/) const override {}
+
+private:
+    ProxyDeformer<T>& deformer_;
+    const unsigned int count_;
+    const std::size_t points_;
+    T shape_;
+    mat4 matrix_{0.0f}; ///< of onePoint_
+    T onePoint_;
+};
+
 } // namespace
+
+template <class T>
+std::unique_ptr<Evaluation> ProxyDeformer<T>::bind(const Arguments& args) {
+    init(args, {args.get(inputArgument())});
+    return std::make_unique<DeformerEvaluation<T>>(*this);
+}
+
+template <class T>
+void ProxyDeformer<T>::deformPoints(T& shape, const T& onePoint, unsigned int from, unsigned int to) const {
+    static thread_local T point; // so that evaluations after the first do not allocate
+    PointWriter<T> write(shape);
+    for (unsigned int i = from; i < to; ++i) {
+        point = onePoint;
+        for (vec3& copy : pointsOf(point)) { // a curve of one point has it twice
+            copy = pointsOf(input)[i];
+        }
+        deform(point, i);
+        write(i, pointsOf(point)[0]);
+    }
+}
 
 template <class T>
 void ProxyDeformer<T>::init(const Arguments& /*args*/, const std::vector<Port>& ports) {

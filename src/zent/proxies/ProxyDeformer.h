@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zent/geometry/shapes.h"
+#include "zent/proxies/Evaluation.h"
 #include "zent/proxies/MethodInfo.h"
 #include "zent/proxies/PointWalk.h"
 #include "zent/proxies/Proxy.h"
@@ -14,9 +15,10 @@ namespace zent {
 /// space, each by its own shape's matrix. T is Mesh, Curve, Surface or Lattice.
 ///
 /// A derived class's `init` calls this one, reads its own arguments, and cuts all that belongs to the whole shape into
-/// records by point, so that the cost of a point is independent of the shape's size.
+/// records by point, so that the cost of a point is independent of the shape's size. What depends on arguments that may
+/// be overwritten is made in `prepare`.
 template <class T>
-class ProxyDeformer : public Proxy, public PointSource {
+class ProxyDeformer : public Proxy, public PointSource, public Bindable {
 public:
     /// Both are the point at `index()`, in JSON.
     json mayaResult(const std::vector<Port>& ports) const override;
@@ -33,7 +35,21 @@ public:
 
     std::unique_ptr<PointWalk> walk() const override;
 
+    /// All points of the undeformed shape, by the arguments as they stand; Maya's shape is not read.
+    std::unique_ptr<Evaluation> bind(const Arguments& args) override;
+    /// Where an argument stands that may be overwritten; kind none for any other.
+    virtual Slot slot(unsigned int /*index*/, const EntryPlace& /*entry*/) { return {}; }
+    /// Makes what `deform` needs of the arguments that `slot` tells.
+    virtual void prepare() {}
+    /// Whether the deformed shape has no transform.
+    virtual bool dropsMatrix() const { return false; }
+    /// Deforms the points from one to another of a shape that is the undeformed one; `onePoint` is a shape of one point
+    /// that stands as it does.
+    virtual void deformPoints(T& shape, const T& onePoint, unsigned int from, unsigned int to) const;
+    const T& undeformed() const { return input; }
+
 protected:
+    virtual unsigned int inputArgument() const { return 0; }
     /// Reads the undeformed shape. It must hold every point that the walk visits; its knots are not read.
     void readInput(const Arguments& args, unsigned int index);
     /// Points that the walk visits.

@@ -142,13 +142,21 @@ std::vector<MethodInfo> methodInfos() {
     return infos;
 }
 
-std::unique_ptr<Proxy> makeProxy(const std::string& method) {
-    for (std::unique_ptr<Proxy>& proxy : makeProxies()) {
-        if (proxy->name() == method) {
-            return std::move(proxy);
+const std::map<std::string, std::unique_ptr<Proxy> (*)()>& proxyMakers() {
+    static const auto kMakers = [] {
+        std::map<std::string, std::unique_ptr<Proxy> (*)()> makers;
+        for (const RegistryRow& row : kRows) {
+            const Method made = row.method();
+            makers.emplace(made.make()->name(), made.make);
         }
-    }
-    return nullptr;
+        return makers;
+    }();
+    return kMakers;
+}
+
+std::unique_ptr<Proxy> makeProxy(const std::string& method) {
+    const auto found = proxyMakers().find(method);
+    return found == proxyMakers().end() ? nullptr : found->second();
 }
 
 } // namespace zent

@@ -18,6 +18,9 @@ std::vector<std::unique_ptr<Proxy>> makeProxies();
 /// A new adapter of one method; null where there is none.
 std::unique_ptr<Proxy> makeProxy(const std::string& method);
 
+/// The same for one who makes many, by method name.
+const std::map<std::string, std::unique_ptr<Proxy> (*)()>& proxyMakers();
+
 /// What each method reads, in the same order.
 std::vector<MethodInfo> methodInfos();
 

@@ -16,7 +16,14 @@ public:
     std::string name() const override { return std::string("skin") + shapeName<T>(); }
     void init(const Arguments& args, const std::vector<Port>& ports) override;
     void deform(T& point, unsigned int index) const override;
+    Slot slot(unsigned int index, const EntryPlace& entry) override;
+    void prepare() override { skinPalette(geomMatrix, matrices, bindPreMatrices, palette); }
+    bool dropsMatrix() const override { return std::is_same_v<T, Mesh> && envelope >= kThreshold; }
+    void deformPoints(T& shape, const T& onePoint, unsigned int from, unsigned int to) const override;
     MethodInfo info() const { return this->deformerInfo(argumentsOf<skin<T>>()); }
+
+protected:
+    unsigned int inputArgument() const override { return 1; }
 
 private:
     void split_attributes(std::vector<mat4> matrix, std::vector<mat4> bindPreMatrix, const SkinWeights& weights);
@@ -45,7 +52,7 @@ void ProxySkinCluster<T>::split_attributes(std::vector<mat4> matrix, std::vector
                                            const SkinWeights& weights) {
     matrices = std::move(matrix);
     bindPreMatrices = std::move(bindPreMatrix);
-    palette = skinPalette(geomMatrix, matrices, bindPreMatrices);
+    prepare();
     for (std::size_t k = 0; k < weights.size(); ++k) {
         const auto& [vertex, influence, weight] = weights[k];
         requireIndex("weightList", k, vertex, pointCount(this->input), "inputGeometry");
@@ -71,6 +78,37 @@ void ProxySkinCluster<T>::deform(T& point, unsigned int index) const {
         point.translation = vec3(0.0f);
     }
     pointsOf(point)[0] = skinned;
+}
+
+template <class T>
+void ProxySkinCluster<T>::deformPoints(T& shape, const T& /*onePoint*/, unsigned int from, unsigned int to) const {
+    if (!(envelope >= kThreshold)) {
+        return;
+    }
+    PointWriter<T> write(shape);
+    const vec3* const points = pointsOf(this->input).data();
+    for (unsigned int i = from; i < to; ++i) {
+        const auto influences = attributes.at(i);
+        write(i, skinPoint(points[i], palette, influences.begin(), influences.end()));
+    }
+}
+
+template <class T>
+Slot ProxySkinCluster<T>::slot(unsigned int index, const EntryPlace& entry) {
+    switch (index) {
+    case 0:
+        return entrySlot(envelope, entry);
+    case 1:
+        return entrySlot(this->input, entry);
+    case 2:
+        return entrySlot(geomMatrix, entry);
+    case 3:
+        return entrySlot(matrices, entry);
+    case 4:
+        return entrySlot(bindPreMatrices, entry);
+    default:
+        return {};
+    }
 }
 
 template <class T>

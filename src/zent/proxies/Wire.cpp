@@ -12,6 +12,8 @@ public:
     std::string name() const override { return std::string("wire") + shapeName<T>(); }
     void init(const Arguments& args, const std::vector<Port>& ports) override;
     void deform(T& point, unsigned int index) const override;
+    Slot slot(unsigned int index, const EntryPlace& entry) override;
+    void prepare() override;
     MethodInfo info() const { return this->deformerInfo(argumentsOf<wire<T>>()); }
 
 private:
@@ -34,8 +36,33 @@ void ProxyWire<T>::init(const Arguments& args, const std::vector<Port>& ports) {
     locatorTwists = read<svec<float, 8>>(args, 5);
     bindings = read<WireBindings>(args, 6);
     requireAtLeast("bindings", bindings.size(), this->count(), "outputGeometry[0]");
+    prepare();
+}
+
+template <class T>
+void ProxyWire<T>::prepare() {
     if (this->count() != 0) {
         requireWires(baseWire, deformedWire, locatorParameters, locatorTwists);
+    }
+}
+
+template <class T>
+Slot ProxyWire<T>::slot(unsigned int index, const EntryPlace& entry) {
+    switch (index) {
+    case 0:
+        return entrySlot(this->input, entry);
+    case 1:
+        return entrySlot(rotation, entry);
+    case 2:
+        return entrySlot(baseWire, entry);
+    case 3:
+        return entrySlot(deformedWire, entry);
+    case 4:
+        return entrySlot(locatorParameters, entry);
+    case 5:
+        return entrySlot(locatorTwists, entry);
+    default:
+        return {};
     }
 }
 

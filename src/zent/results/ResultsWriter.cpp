@@ -114,6 +114,39 @@ void putStatistics(Buffer& line, const Statistics& statistics) {
     line.push_back('}');
 }
 
+void putAllStatistics(Buffer& line, const std::vector<Statistics>& all) {
+    putKey(line, "statistics");
+    line.push_back('[');
+    for (const Statistics& statistics : all) {
+        put(line, &statistics == all.data() ? "" : ",");
+        putStatistics(line, statistics);
+    }
+    line.push_back(']');
+}
+
+void putChain(Buffer& line, const ChainLine& chain) {
+    putKey(line, "chain");
+    put(line, "{\"outcome\":");
+    putText(line, kOutcomeNames.at(static_cast<std::size_t>(chain.outcome)));
+    if (chain.isOwn) {
+        put(line, ",\"own\":true");
+    }
+    if (!chain.error.empty()) {
+        putKey(line, "error");
+        putText(line, chain.error);
+    }
+    if (chain.statistics != nullptr && chain.error.empty()) {
+        putAllStatistics(line, *chain.statistics);
+    }
+    fmt::format_to(std::back_inserter(line), ",\"reads\":[{}]", fmt::join(chain.reads, ","));
+    putJson(line, "path", chain.path.is_null() ? nullptr : &chain.path);
+    if (!chain.why.empty()) {
+        putKey(line, "why");
+        putText(line, chain.why);
+    }
+    line.push_back('}');
+}
+
 /// The bytes of a list of 32-bit numbers in base64. The processors that this is built for are little-endian.
 template <class T>
 std::string base64(const std::vector<T>& numbers) {
@@ -202,13 +235,7 @@ void ResultsWriter::write(const RecordLine& record) {
         putText(line_, record.nearest);
     }
     if (record.statistics != nullptr) {
-        putKey(line_, "statistics");
-        line_.push_back('[');
-        for (const Statistics& statistics : *record.statistics) {
-            put(line_, &statistics == record.statistics->data() ? "" : ",");
-            putStatistics(line_, statistics);
-        }
-        line_.push_back(']');
+        putAllStatistics(line_, *record.statistics);
     }
     if (record.point >= 0) {
         putCount(line_, "point", static_cast<std::uint64_t>(record.point));
@@ -221,6 +248,9 @@ void ResultsWriter::write(const RecordLine& record) {
     if (record.shapes != nullptr) {
         putKey(line_, "shapes");
         put(line_, dumped(shapesJson(*record.shapes)));
+    }
+    if (record.chain != nullptr) {
+        putChain(line_, *record.chain);
     }
     line_.push_back('}');
     flush();

@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -28,6 +29,17 @@ struct ShapeLine {
     std::vector<std::int32_t> polygonVertices;
 };
 
+/// What a record's line holds of a chained run.
+struct ChainLine {
+    Outcome outcome = Outcome::match; ///< with what the records before it made
+    bool isOwn = false;               ///< it is off with Maya's values, too
+    std::string error;
+    const std::vector<Statistics>* statistics = nullptr;
+    std::vector<std::size_t> reads; ///< the records whose outputs it reads
+    nlohmann::json path;            ///< of what is off: from the record to the first cause
+    std::string why;                ///< the same in words
+};
+
 /// What a record's line holds. What is null or empty is left out.
 struct RecordLine {
     std::uint64_t index = 0;
@@ -46,6 +58,7 @@ struct RecordLine {
     const nlohmann::json* closure = nullptr;
     const nlohmann::json* samples = nullptr;
     const ShapeLine* shapes = nullptr;
+    const ChainLine* chain = nullptr;
 };
 
 /// A results file's lines, each on disk when its call returns. A file that cannot be written to its end is given up at

@@ -3,7 +3,9 @@
 #include "zent/check/Check.h"
 #include "zent/check/CheckCall.h"
 #include "zent/check/readManifest.h"
+#include "zent/tools/Chain.h"
 #include "zent/tools/ReportObserver.h"
+#include "zent/values/Log.h"
 #include "zent/values/Port.h"
 #include "zent/values/resource.h"
 #include "zent/values/Select.h"
@@ -24,8 +26,10 @@
 #include <exception>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace zent {
@@ -36,10 +40,11 @@ constexpr Flag kResults{"rs", "results", MSyntax::kString};
 constexpr Flag kWarn{"w", "warn", MSyntax::kDouble};
 constexpr Flag kRelative{"r", "relative", MSyntax::kDouble};
 constexpr Flag kPoints{"p", "points", MSyntax::kUnsigned};
+constexpr Flag kChain{"ch", "chain", MSyntax::kBoolean};
 
 std::vector<Flag> allFlags() {
     std::vector<Flag> flags = checkFlags();
-    flags.insert(flags.end(), {kResults, kWarn, kRelative, kPoints});
+    flags.insert(flags.end(), {kResults, kWarn, kRelative, kPoints, kChain});
     return flags;
 }
 
@@ -83,6 +88,7 @@ struct Call {
     std::string results;
     RunSettings run;
     ReportSettings report;
+    bool isChained = false;
     json flags = json::object(); ///< those that were given, by their long names
 };
 
@@ -112,6 +118,7 @@ void readReportFlags(const MArgDatabase& database, Call& call) {
         database.getFlagArgument(kPoints.shortName, 0, points);
         call.report.mostPoints = points;
     }
+    call.isChained = database.isFlagSet(kChain.shortName) && valueOf<bool>(database, kChain);
     call.report.tolerance.epsilon = call.run.epsilon;
 }
 
@@ -170,13 +177,37 @@ json run(const Call& call, Manifest& manifest, ResultsWriter& writer) {
         openResults(call, writer);
         writer.write(header(call, records));
     }
-    ReportObserver observer(call.report, writer);
+    std::optional<Chain> chain;
+    json all(json::value_t::array); // a chained run needs all records before the first one
+    if (call.isChained) {
+        manifest.forEach([&all](json&& record) {
+            all.push_back(std::move(record));
+            return true;
+        });
+        chain.emplace(all, call.run, call.report.tolerance);
+    }
+    ReportObserver observer(call.report, writer, chain ? &*chain : nullptr);
     MayaProgress progress(records);
     Run checks(ZentCheck::sProxies, call.run, mayaDisplay(&progress), &observer);
-    manifest.forEach([&checks](json&& record) { return checks.next(std::move(record)); });
+    const auto next = [&checks](json&& record) { return checks.next(std::move(record)); };
+    if (chain) {
+        for (json& record : all) {
+            if (!next(std::move(record))) {
+                break;
+            }
+        }
+    } else {
+        manifest.forEach(next);
+    }
     checks.end();
     const std::chrono::duration<double> duration = ReportObserver::Clock::now() - start;
     json summary = observer.summary().json(observer.records() < records, duration.count());
+    if (chain) {
+        summary["chain"] = chain->summary();
+        for (const std::string& line : chain->lines()) {
+            Log::println("chain: " + line);
+        }
+    }
     writer.write(dumped({{"summary", summary}}));
     return summary;
 }

@@ -1,6 +1,7 @@
 #include "zent/tools/ReportObserver.h"
 
 #include "zent/check/Check.h"
+#include "zent/tools/Chain.h"
 #include "zent/tools/inputs.h"
 #include "zent/values/nearestName.h"
 #include "zent/values/Port.h"
@@ -185,6 +186,7 @@ bool ReportObserver::endRecord(RecordEnd end) {
         line_.samples = samples_.is_null() ? nullptr : &samples_;
         line_.shapes = shapes_ ? &*shapes_ : nullptr;
     }
+    line_.chain = chain_ == nullptr ? nullptr : chain_->at(line_.index);
     writer_.write(line_);
     summary_.add(line_, end == RecordEnd::unknown);
     ++line_.index;

@@ -12,6 +12,8 @@
 
 namespace zent {
 
+class Chain;
+
 /// What a report holds besides what the run's settings say.
 struct ReportSettings {
     Tolerance tolerance;
@@ -24,7 +26,9 @@ class ReportObserver : public RunObserver {
 public:
     using Clock = std::chrono::steady_clock;
 
-    ReportObserver(const ReportSettings& settings, ResultsWriter& writer) : settings_(settings), writer_(writer) {}
+    /// `chain` is what a chained run found, null for any other.
+    ReportObserver(const ReportSettings& settings, ResultsWriter& writer, const Chain* chain = nullptr)
+        : settings_(settings), writer_(writer), chain_(chain) {}
 
     std::uint64_t records() const { return line_.index; }
     const ResultsSummary& summary() const { return summary_; }
@@ -45,6 +49,7 @@ private:
 
     const ReportSettings settings_;
     ResultsWriter& writer_;
+    const Chain* chain_;
     ResultsSummary summary_;
     std::unordered_map<std::string, std::string> nearest_; ///< of the unknown methods so far
     std::size_t sampled_ = 0;

@@ -163,6 +163,7 @@ public:
     void add(unsigned int index, Element&& element);
     /// The port of an attribute number, an empty one beyond the end.
     const Port& get(unsigned int index) const;
+    const std::vector<Port>& ports() const { return ports_; }
 
 private:
     std::vector<Port> ports_;

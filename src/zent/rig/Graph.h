@@ -1,0 +1,100 @@
+#pragma once
+
+#include "zent/proxies/Evaluation.h"
+#include "zent/proxies/Proxy.h"
+#include "zent/rig/Rig.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace zent::rig {
+
+/// Where an edge puts what it brings: all of a slot, or some of its floats.
+struct Target {
+    Slot slot;
+    unsigned int first = 0;
+    unsigned int count = 0;  ///< of floats
+    bool pointsOnly = false; ///< of a shape, whose own matrix stays
+};
+
+/// Puts a value into a target, converted as Maya's plugs do: numbers to whole numbers by dropping their fraction.
+/// `first` is the first of the source's floats. False for types that do not fit.
+bool put(const Slot& source, unsigned int first, float factor, const Target& target);
+
+/// What a record reads from another one's output.
+struct Edge {
+    std::uint32_t source;    ///< the node
+    std::uint32_t attribute; ///< of its result
+    std::size_t position;
+    unsigned int first = 0; ///< of its floats
+    bool isWhole = true;    ///< none of a compound's children
+    float factor = 1.0f;    ///< of the unit conversions on the way
+    Target target;
+    std::string sourceName; ///< the plugs, for messages
+    std::string targetName;
+};
+
+/// A result's entry that has a plug of its own.
+struct Output {
+    std::uint32_t node;
+    std::uint32_t attribute;
+    std::size_t position;
+};
+
+/// Numbers, or the points of a shape, that no record makes, and all that reads them.
+struct Input {
+    struct Use {
+        std::uint32_t node;
+        unsigned int first; ///< of the input's numbers
+        float factor;
+        Target target;
+    };
+    std::vector<float> numbers;
+    std::vector<Use> uses;
+};
+
+struct Node {
+    std::unique_ptr<Proxy> proxy; ///< outlives its evaluation
+    std::unique_ptr<Evaluation> evaluation;
+    std::vector<Edge> edges;
+    std::vector<std::uint32_t> targets; ///< the nodes that read it
+    std::string problem;                ///< why the last evaluation failed; empty where it did not
+};
+
+/// The records of a rig, in an order in which each comes after those that it reads.
+class Graph {
+public:
+    std::vector<Node> nodes;
+    std::vector<RecordInfo> records; ///< of the nodes, one each
+    std::vector<Input> inputs;
+    std::vector<PlugInfo> inputInfos;
+    std::vector<Output> outputs;
+    std::vector<PlugInfo> outputInfos;
+    std::unordered_map<std::string, PlugId> inputNames;
+    std::unordered_map<std::string, PlugId> outputNames;
+    std::vector<std::string> notes;
+    unsigned int threads = 1;
+
+    /// Evaluates everything once, leaves out the edges that bring nothing that fits, and tells them in the notes.
+    void settle();
+    /// Evaluates what is marked, and returns how many nodes that were.
+    std::size_t evaluate();
+    void mark(std::uint32_t node) { marks_[node] = 1; }
+    Slot valueOf(const Output& output);
+    /// The first node with a problem; null for none.
+    const Node* firstProblem() const;
+
+private:
+    bool bring(Node& node);
+    void run(std::uint32_t node);
+
+    std::vector<char> marks_; ///< of the nodes that have to be evaluated
+};
+
+/// "elbow(joint)".
+std::string inWords(const RecordInfo& record);
+
+} // namespace zent::rig
