@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <set>
 
 namespace zent {
 namespace {
@@ -22,10 +23,22 @@ constexpr const char* kMesh = R"({"mesh": {"points": [[0,0,0],[1,0,0],[1,1,0],[0
 constexpr const char* kCurve =
     R"({"curve": {"degree": 1, "form": "open", "knots": [0,1,2], "points": [[0,0,0],[1,0,0],[2,0,0]]}})";
 
+constexpr const char* kAngles = R"([{"angle": 0}, {"angle": 0}, {"angle": 0}])";
+constexpr const char* kSurface =
+    R"({"surface": {"degree": [1, 1], "form": ["open", "open"], "knotsU": [0,1], "knotsV": [0,1],
+    "points": [[0,0,0],[0,0,1],[1,0,0],[1,0,1]]}})";
+constexpr const char* kSteep =
+    R"({"surface": {"degree": [7, 1], "form": ["open", "open"], "knotsU": [0,0,0,0,0,0,0,1,1,1,1,1,1,1],
+    "knotsV": [0,1], "points": [[0,0,0],[0,0,1],[1,0,0],[1,0,1],[2,0,0],[2,0,1],[3,0,0],[3,0,1],[4,0,0],[4,0,1],[5,0,0],
+    [5,0,1],[6,0,0],[6,0,1],[7,0,0],[7,0,1]]}})";
+constexpr const char* kLattice = R"({"lattice": {"divisions": [2,2,2], "points": [[-0.5,-0.5,-0.5],[0.5,-0.5,-0.5],
+    [-0.5,0.5,-0.5],[0.5,0.5,-0.5],[-0.5,-0.5,0.5],[0.5,-0.5,0.5],[-0.5,0.5,0.5],[0.5,0.5,0.5]]}})";
+
 /// Text with "M" for a matrix, "T" for one that moves, "G" for a mesh of a quad and "C" for a curve of two spans.
 json parsed(std::string text) {
-    const std::pair<const char*, const char*> words[] = {
-        {"@M", kMatrix}, {"@T", kMoved}, {"@G", kMesh}, {"@C", kCurve}};
+    const std::pair<const char*, const char*> words[] = {{"@M", kMatrix}, {"@T", kMoved},  {"@G", kMesh},
+                                                         {"@C", kCurve},  {"@A", kAngles}, {"@S", kSurface},
+                                                         {"@7", kSteep},  {"@L", kLattice}};
     for (const auto& [word, value] : words) {
         for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at)) {
             text.replace(at, 2, value);
@@ -53,9 +66,11 @@ class ExportTest : public testing::Test {
 protected:
     void TearDown() override { scene::Scene::current().clear(); }
 
-    Exported exported(const json& nodes, const json& connections, ExportSettings settings = {}) {
+    Exported exported(const json& nodes, const json& connections, ExportSettings settings = {},
+                      const json& selected = json::array()) {
         const std::string folder = testing::TempDir();
-        std::ofstream(folder + "export.json") << json{{"nodes", nodes}, {"connections", connections}};
+        std::ofstream(folder + "export.json")
+            << json{{"nodes", nodes}, {"connections", connections}, {"selected", selected}};
         scene::Scene::current().clear();
         scene::readSceneFile(folder + "export.json", "", scene::Scene::current());
         settings.manifest = folder + "exported.json";
@@ -217,6 +232,53 @@ const Case kCases[] = {
      R"([["|a.message", "|n.startJoint"], ["|a|e.message", "|n.endEffector"], ["s.message", "|n.ikSolver"]])",
      {{R"({"|n": {"ikBlend": 0.5}})", "ikBlend is 0.5, not 1: ikBlend mixes in the joints' own rotates"},
       {R"({"s": {"type": "ikMCsolver"}})", "ikMCsolver has no method"}}},
+    {"orientConstraint",
+     R"({"n": {"type": "orientConstraint", "constraintParentInverseMatrix": @M, "constraintRotateOrder": 0, "constraintJointOrient": @A, "offset": @A, "interpType": 1,
+        "restRotate": @A, "constraintRotate": @A, "target": {"multi": [{"compound": {"targetWeight": 1, "targetParentMatrix": @M, "targetRotate": @A, "targetRotateOrder": 0, "targetJointOrient": @A}}]}}})",
+     "[]",
+     {{R"({"n": {"interpType": 3}})", "interpType is 3, not 0 or 1 or 2: longest or cached interpolation"},
+      {R"({"n": {"useOldOffsetCalculation": true}})", "useOldOffsetCalculation is 1, not 0"}}},
+    {"aimConstraint",
+     R"({"n": {"type": "aimConstraint", "constraintParentInverseMatrix": @M, "constraintTranslate": [0,0,0], "constraintRotatePivot": [0,0,0], "constraintRotateTranslate": [0,0,0],
+        "constraintRotateOrder": 0, "constraintJointOrient": @A, "offset": @A, "restRotate": @A, "constraintRotate": @A, "worldUpType": 0, "worldUpMatrix": @M, "worldUpVector": [0,1,0],
+        "aimVector": [1,0,0], "upVector": [0,1,0], "target": {"multi": [{"compound": {"targetWeight": 1, "targetParentMatrix": @M, "targetTranslate": [1,0,0], "targetRotatePivot": [0,0,0]}}]}}})",
+     "[]",
+     {{R"({"n": {"worldUpType": 4}})", "worldUpType is 4, not 0 or 1 or 2 or 3: no world up"}}},
+    {"poleVectorConstraint",
+     R"({"n": {"type": "poleVectorConstraint", "constraintParentInverseMatrix": @M, "constraintRotatePivot": [0,0,0], "pivotSpace": @M, "offset": [0,0,0], "constraintTranslate": [1,0,0],
+        "target": {"multi": {"2": {"compound": {"targetWeight": 1, "targetParentMatrix": @M, "targetTranslate": [1,0,0], "targetRotatePivot": [0,0,0]}}}}}})",
+     "[]",
+     {{R"({"n": {"target": {"multi": {"2": {"compound": {"targetWeight": 0.5}}}}}})", "a weight that is not 1"},
+      {R"({"n": {"offset": [0,2,0]}})", "offset is 2, not 0"},
+      {R"({"n": {"target": {"multi": {"3": {"compound": {"targetWeight": 1}}}}}})",
+       "target has 2 elements, not 1: several targets"}}},
+    {"closestPointOnSurface",
+     R"({"n": {"type": "closestPointOnSurface", "inputSurface": @S, "inPosition": [0,1,0], "parameterU": 0, "parameterV": 0}})",
+     "[]",
+     {{R"({"n": {"inputSurface": null}})", "it has no plug inputSurface"},
+      {R"({"n": {"inputSurface": @7}})", "the degree of inputSurface is 7, not 1 to 5"}}},
+    {"curveFromSurfaceIso",
+     R"({"n": {"type": "curveFromSurfaceIso", "inputSurface": @S, "isoparmDirection": 0, "isoparmValue": 0, "minValue": 1, "maxValue": -1, "relativeValue": false, "outputCurve": @C}})",
+     "[]",
+     {{R"({"n": {"relative": true}})", "relative is 1, not 0"}}},
+    {"ffdMesh",
+     R"({"n": {"type": "ffd", "envelope": 1, "outsideLattice": 1, "deformedLatticePoints": @L, "deformedLatticeMatrix": @M, "baseLatticeMatrix": @M, "local": true, "localInfluenceS": 2,
+        "localInfluenceT": 2, "localInfluenceU": 2, "input": {"multi": [{"compound": {"inputGeometry": @G}}]}, "outputGeometry": {"multi": [@G]}}})",
+     "[]",
+     {{R"({"n": {"envelope": 0.5}})", "envelope is 0.5, not 1"},
+      {R"({"n": {"outsideLattice": 0}})", "some points are outside the base lattice, and outsideLattice is not 1"}}},
+    {"deformSineSurface",
+     R"({"s": {"type": "deformSine", "deformerData": 0, "wavelength": 2, "amplitude": 1, "offset": 0, "lowBound": -1, "highBound": 1, "dropoff": 0},
+        "n": {"type": "nonLinear", "deformerData": 0, "envelope": 1, "matrix": @M, "input": {"multi": [{"compound": {"inputGeometry": @S}}]}, "outputGeometry": {"multi": [@S]}}})",
+     R"([["s.deformerData", "n.deformerData"]])",
+     {{R"({"s": {"dropoff": 0.5}})", "dropoff is 0.5, not 0"},
+      {R"({"n": {"outputGeometry": {"multi": [@G]}}})", "no method deforms a Mesh"}}},
+    {"ikSCsolver",
+     R"({"|a": {"type": "joint", "message": {"message": null}, "rotate": @A, "jointOrient": @A, "translate": [0,0,0], "rotateOrder": 0, "scale": [1,1,1], "inverseScale": [1,1,1],
+        "segmentScaleCompensate": true, "parentMatrix": {"multi": [@M]}}, "|a|e": {"type": "ikEffector", "translate": [1,0,0]}, "|b": {"type": "joint"}, "s": {"type": "ikSCsolver"},
+        "|n": {"type": "ikHandle", "ikBlend": 1, "solverEnable": true, "translate": [0,0,0], "rotate": @A, "rotateOrder": 0, "parentMatrix": {"multi": [@M]}, "startJoint": {"message": null}, "endEffector": {"message": null}, "ikSolver": {"message": null}}})",
+     R"([["|a.message", "|n.startJoint"], ["|a|e.message", "|n.endEffector"], ["s.message", "|n.ikSolver"]])",
+     {{R"({"|n": {"solverEnable": false}})", "solverEnable is 0, not 1: the solver is off"}}},
     {"expression",
      R"({"n": {"type": "expression", "input": {"multi": [2]}, "output": {"multi": [4]}, "expression": ".O[0] = .I[0] * 2;"}})",
      "[]",
@@ -237,6 +299,45 @@ TEST_F(ExportTest, EachGuardLeavesOutANodeThatViolatesIt) {
             EXPECT_EQ(bad.records(row.method), 0U) << row.method << " " << patch;
             EXPECT_NE(bad.notes.find(reason), std::string::npos) << row.method << " " << patch << "\n" << bad.notes;
         }
+    }
+}
+
+TEST_F(ExportTest, TakesTheNodesAndMethodsThatAreAsked) {
+    const json nodes = json::parse(R"({
+        "a:c": {"type": "addDoubleLinear", "input1": 1, "input2": 2, "output": 3},
+        "a:r": {"type": "reverse", "input": [0, 0, 0], "output": [-2, 1, 1]},
+        "ab:r": {"type": "reverse", "input": [0, 0, 0], "output": [1, 1, 1]}})");
+    const json connections = json::parse(R"([["a:c.output", "a:r.input.inputX"]])");
+    const struct {
+        const char* nameSpace;
+        bool isSelected;
+        bool hasHistory;
+        std::set<std::string> skip, only;
+        std::set<std::string> nodes;
+    } rows[] = {
+        {"", false, false, {}, {}, {"a:c", "a:r", "ab:r"}},
+        {"a", false, false, {}, {}, {"c", "r"}},
+        {"", true, false, {}, {}, {"a:r"}},
+        {"", true, true, {}, {}, {"a:r", "a:c"}},
+        {"", false, false, {"reverse"}, {}, {"a:c"}},
+        {"a", false, false, {}, {"reverse"}, {"r"}},
+        {"ab", true, true, {}, {}, {}},
+    };
+    for (const auto& row : rows) {
+        ExportSettings settings;
+        settings.nameSpace = row.nameSpace;
+        settings.onlySelected = row.isSelected;
+        settings.withHistory = row.hasHistory;
+        settings.skip = row.skip;
+        settings.only = row.only;
+        settings.notes = testing::TempDir() + "notes.txt";
+        const Exported result = exported(nodes, connections, settings, {"a:r"});
+        std::set<std::string> names;
+        for (const json& record : result.manifest) {
+            names.insert(record["node_name"].get<std::string>());
+        }
+        EXPECT_EQ(names, row.nodes) << row.nameSpace << row.isSelected << row.hasHistory;
+        EXPECT_EQ(readAll(settings.notes), result.notes);
     }
 }
 
