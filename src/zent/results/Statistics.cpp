@@ -61,8 +61,8 @@ double Statistics::rms() const {
 }
 
 double Statistics::size() const {
-    constexpr double kRadiansPerDegree = 0.017453292519943295;
-    return unit == Unit::degrees ? greatest * kRadiansPerDegree : greatest;
+    constexpr double kRadians = 0.017453292519943295; // of a degree
+    return unit == Unit::degrees ? greatest * kRadians : greatest;
 }
 
 } // namespace zent
