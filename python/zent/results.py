@@ -1,0 +1,181 @@
+"""Runs of the check, and the results files that they write."""
+from __future__ import annotations
+
+import json
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+
+from ._zent import Error
+
+
+class CheckError(Error):
+    """A run that failed. `results` has what it found until then, or is None."""
+
+    def __init__(self, text, results=None):
+        super().__init__(text)
+        self.results = results
+
+
+class Statistics:
+    """How far off an output is: `output`, `type`, `unit`, `count`, `mean`, `rms`, `greatest`, `at`, `over`, ..."""
+
+    def __init__(self, line):
+        self.__dict__.update({key: _plain(value) if key in ("mean", "rms", "greatest") else value
+                              for key, value in line.items()})
+
+    def __repr__(self):
+        return f"<zent.Statistics of {self.output}: greatest {self.greatest}>"
+
+
+class Record:
+    """What became of one record. `line` has all that the results file tells of it."""
+
+    def __init__(self, line):
+        self.line = line
+        self.index = line["index"]
+        self.node = line.get("node", "")
+        self.method = line.get("method", "")
+        self.outcome = line["outcome"]
+        self.seconds = _plain(line.get("seconds"))
+        self.error = line.get("error")
+        self.warning = line.get("warning", False)
+        self.nearest = line.get("nearest")
+        self.statistics = [Statistics(each) for each in line.get("statistics", [])]
+        self.maya = line.get("maya")
+        self.zent = line.get("zent")
+        self.inputs = line.get("inputs")
+        self.closure = line.get("closure")
+
+    @property
+    def matches(self):
+        return self.outcome == "match"
+
+    def __repr__(self):
+        return f"<zent.Record {self.index}: {self.node}({self.method}): {self.outcome}>"
+
+
+class Results:
+    """The records of a results file, read one by one as they are asked for: an iterator that can be passed once.
+    `records` reads all that are left into a list. `summary` is None until the end, and at the end of a run that was cut
+    off."""
+
+    def __init__(self, path):
+        self._file = open(path, "rb")
+        line = self._file.readline()
+        if not line.endswith(b"\n"):
+            raise Error(f"{path}: no results file: its first line has no end" if line else f"{path}: the file is empty")
+        try:
+            self.header = json.loads(line)
+        except ValueError:
+            self.header = None
+        if not isinstance(self.header, dict) or self.header.get("format") != "zent-results":
+            raise Error(f"{path}: no results file: its first line is no header")
+        if self.header.get("version") != 1:
+            raise Error(f"{path}: a results file of version {json.dumps(self.header.get('version'))}; "
+                        "this program reads version 1")
+        self.summary = None
+        self.malformed = 0
+        self._records = None
+
+    def __iter__(self):
+        return iter(self._records) if self._records is not None else self
+
+    def __next__(self):
+        for line in self._file:
+            try:
+                if not line.endswith(b"\n"):
+                    break
+                line = json.loads(line)
+                if "summary" in line:
+                    self.summary = line["summary"]
+                    continue
+                return Record(line)
+            except (ValueError, KeyError, TypeError, AttributeError):
+                self.malformed += 1
+        self._file.close()
+        raise StopIteration
+
+    @property
+    def records(self):
+        if self._records is None:
+            self._records = list(self)
+        return self._records
+
+    @property
+    def is_complete(self):
+        """Whether the run came to its end; once all records are read."""
+        return self.summary is not None
+
+    @property
+    def matched(self):
+        """Whether every record that ran matched, in a run that came to its end."""
+        return all(each.outcome in ("match", "ignored", "skipped") for each in self.records) and self.is_complete
+
+
+def read_results(path):
+    """The Results of a file that `zent.check`, zentcheck or Maya's ZentReport wrote. Raises Error for other files."""
+    return Results(path)
+
+
+def _plain(value):
+    """Numbers that are none stand as words."""
+    return float(value) if value in ("NaN", "Infinity", "-Infinity") else value
+
+
+def _program(program):
+    here = pathlib.Path(__file__).parent.absolute()
+    given = program or os.environ.get("ZENTCHECK")
+    for path in [given] if given else [here.parent.parent / "bin/zentcheck", here.parents[3] / "bin/zentcheck",
+                                       shutil.which("zentcheck")]:
+        if path and os.path.isfile(path):
+            return os.fspath(path)
+    raise CheckError(f"there is no program {given}" if given else
+                     "zentcheck was not found: put it in the path, or name it by the variable ZENTCHECK")
+
+
+def check(manifest, resource=None, scene=None, epsilon=None, *, relative=None, warn=None, skip=(), namespace=None,
+          ignore_deformer=False, stop_on_first_error=False, results=None, program=None, timeout=None):
+    """Holds the records of a manifest against the node functions, and returns the Results.
+
+    `manifest` is a file or a list of records, `resource` its file of large values, `scene` the scene that its plugs are
+    read from. `results` names the file that the run writes, and keeps it; without it there is a temporary one. Runs the
+    program zentcheck, so that no run can harm this process: `program`, the variable ZENTCHECK, or the one that was built
+    or installed with this package. Raises CheckError where the run fails, with what zentcheck said.
+    """
+    with tempfile.TemporaryDirectory() as folder:
+        if not isinstance(manifest, (str, os.PathLike)):
+            text, manifest = json.dumps(manifest), os.path.join(folder, "manifest.json")
+            with open(manifest, "w", encoding="utf-8") as file:
+                file.write(text)
+        written = os.path.join(folder, "results.jsonl") if results is None else os.fspath(results)
+        command = [_program(program), "--quiet", "--results", written,
+                   "--ignore-deformer", str(ignore_deformer).lower(),
+                   "--stop-on-first-error", str(stop_on_first_error).lower()]
+        for option, value in (("--epsilon", epsilon), ("--relative", relative), ("--warn", warn), ("--scene", scene),
+                              ("--namespace", namespace), ("--skip", ";".join(skip) or None)):
+            if value is not None:
+                command += [option, os.fspath(value) if isinstance(value, os.PathLike) else str(value)]
+        command += ["--", os.fspath(manifest)] + ([os.fspath(resource)] if resource is not None else [])
+        with open(os.path.join(folder, "out.txt"), "wb") as out:
+            run = subprocess.run(command, stdout=out, stderr=subprocess.PIPE, timeout=timeout, check=False)
+        try:
+            found = Results(written)
+        except (OSError, Error):
+            found = None
+        said = [line[len("error: "):] for line in run.stderr.decode(errors="replace").splitlines()
+                if line.startswith("error: ")]
+        if run.returncode < 0:
+            raise CheckError(f"zentcheck was ended by signal {-run.returncode}", found)
+        if found is None or (run.returncode == 2 and _has_no_error(found)):
+            raise CheckError("\n".join(said) or "the run failed", found)
+        if run.returncode not in (0, 1, 2):
+            raise CheckError(f"zentcheck ended with status {run.returncode}", found)
+        return found if run.returncode != 2 else Results(written)
+
+
+def _has_no_error(found):
+    """Status 2 is also that of a run with records that could not be evaluated, which are told one by one."""
+    return not any(record.outcome == "error" for record in found)
