@@ -43,7 +43,7 @@ constexpr const char* kSkinText =
     "origin. An envelope below 1e-5 gives a copy; from there up it has no effect. A point or an influence that does "
     "not "
     "exist\nraises Error.";
-constexpr const char* kBlend = "envelope=1 inputGeometry weight=[] shapes=[] deltas=[] targetWeights=[]";
+constexpr const char* kBlend = "envelope=1 inputGeometry weight shapes=[] deltas=[] targetWeights=[]";
 constexpr const char* kBlendText =
     "The base plus, target by target, the weighted difference of the items that the target's weight selects.\n\nAn "
     "item "
