@@ -128,8 +128,8 @@ def _plain(value):
 def _program(program):
     here = pathlib.Path(__file__).parent.absolute()
     given = program or os.environ.get("ZENTCHECK")
-    for path in [given] if given else [here.parent.parent / "bin/zentcheck", here.parents[3] / "bin/zentcheck",
-                                       shutil.which("zentcheck")]:
+    above = [parent / "bin/zentcheck" for parent in list(here.parents)[1:4]]
+    for path in [given] if given else [*above, shutil.which("zentcheck")]:
         if path and os.path.isfile(path):
             return os.fspath(path)
     raise CheckError(f"there is no program {given}" if given else
