@@ -155,11 +155,11 @@ class Record:
 def records():
     for line in (ROOT / "docs/methods.md").read_text().splitlines():
         cells = [cell.strip() for cell in line.strip("|").split(" | ")]
-        if len(cells) != 3 or not cells[0].startswith("`"):
+        if len(cells) != 4 or not cells[0].startswith("`"):
             continue
-        outputs = [re.sub(r"^\d+: `[^`]*`, |, (Vertex|Euler.*)$| \(.*\)$", "", text) for text in cells[1].split("<br>")]
+        outputs = [re.sub(r"^\d+: `[^`]*`, |, (Vertex|Euler.*)$| \(.*\)$", "", text) for text in cells[2].split("<br>")]
         arguments = []
-        for text in cells[2].split("<br>"):
+        for text in cells[3].split("<br>"):
             told = re.findall(r"\(([^()]*)\)", text)
             arguments.append(told[-1] if told else text.split(": ", 1)[1])
         yield Record(cells[0].strip("`"), outputs, arguments)
