@@ -33,13 +33,7 @@ MString MDagPath::partialPathName(MStatus* status) const {
     if (!setStatus(status, isValid())) {
         return {};
     }
-    const scene::Node* node = pathNode(node_);
-    std::string path = node->name;
-    while (scene::Scene::current().findNode(path) != pathNode(node_) && node->parent != nullptr) {
-        node = node->parent;
-        path = node->name + "|" + path;
-    }
-    return MString((scene::Scene::current().findNode(path) == pathNode(node_) ? path : "|" + path).c_str());
+    return MString(scene::Scene::current().shortestName(*pathNode(node_)).c_str());
 }
 
 unsigned int MDagPath::length(MStatus* status) const {

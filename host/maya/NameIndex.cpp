@@ -107,4 +107,27 @@ Node* NameIndex::find(std::string_view name) const {
     return nullptr;
 }
 
+std::string NameIndex::shortestName(const Node& node) const {
+    std::vector<std::string_view> levels;
+    Files* files = &files_;
+    for (const Node* level = &node;; level = level->parent) {
+        levels.emplace_back(level == nullptr ? std::string_view() : std::string_view(level->name));
+        const auto found = files->find(levels.back());
+        if (level == nullptr || found == files->end() || found->second.others.empty()) {
+            break;
+        }
+        File& file = found->second;
+        if (file.byParent == nullptr) {
+            file.byParent =
+                std::make_unique<Files>(filesOfLevelAbove(file, static_cast<unsigned int>(levels.size()) - 1));
+        }
+        files = file.byParent.get();
+    }
+    std::string name(levels.back());
+    for (auto level = levels.rbegin() + 1; level != levels.rend(); ++level) {
+        name.append("|").append(*level);
+    }
+    return name;
+}
+
 } // namespace scene

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
@@ -19,6 +20,8 @@ public:
     void add(Node& node);
     /// The one node of a name; null for none, and for more than one.
     Node* find(std::string_view name) const;
+    /// The shortest name that finds a node of this index: the end of its path, or the whole.
+    std::string shortestName(const Node& node) const;
     void clear() { files_.clear(); }
 
 private:

@@ -43,6 +43,7 @@ public:
 
     /// The one node of a name or a partial path; null for none, and for more than one.
     Node* findNode(std::string_view name) const;
+    std::string shortestName(const Node& node) const { return names_.shortestName(node); }
     /// The element of a multi, made with default values if the scene has none; the multi lists it once it is connected.
     Slot& element(Slot& multi, unsigned int index);
     /// A plug of the same kind as another, with default values.

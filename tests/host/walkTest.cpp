@@ -45,7 +45,7 @@ std::vector<int> numbers(const MIntArray& array) {
 TEST_F(WalkTest, NodesHaveTypesAndAPlaceInTheDag) {
     open(
         R"({"nodes": {"|a|x": {"type": "joint"}, "|b|x": {"type": {"text": "t"}}, "m": {"type": "ikHandle", ".type": 4},
-                       "u": {}, "|c|only": {}}, "selected": ["m", "a|x"]})");
+                       "u": {}, "|c|only": {}, "|y|y|y": {}}, "selected": ["m", "a|x"]})");
     Names all;
     Names dag;
     for (MItDependencyNodes it; !it.isDone(); it.next()) {
@@ -56,8 +56,8 @@ TEST_F(WalkTest, NodesHaveTypesAndAPlaceInTheDag) {
         dag.emplace_back(MFnDagNode(it.item()).partialPathName().asChar());
     }
     EXPECT_EQ(all, (Names{"a transform", "x joint", "b transform", "x unknownDag", "m ikHandle", "u unknown",
-                          "c transform", "only unknownDag"}));
-    EXPECT_EQ(dag, (Names{"a", "a|x", "b", "b|x", "c", "only"}));
+                          "c transform", "only unknownDag", "y transform", "y transform", "y unknownDag"}));
+    EXPECT_EQ(dag, (Names{"a", "a|x", "b", "b|x", "c", "only", "|y", "|y|y", "y|y|y"}));
     EXPECT_STREQ(selectPlug("b|x.type").asString().asChar(), "t");
     EXPECT_EQ(selectPlug("m.type").asInt(), 4);
 
