@@ -2,9 +2,12 @@
 
 #include <array>
 #include <cstdio>
+#include <fstream>
+#include <regex>
 #include <set>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace zent::test {
 namespace {
@@ -44,6 +47,43 @@ TEST(SymbolsTest, APlugInNeedsTheRuntimeAndMayasApiAlone) {
                                               "libasan", "libubsan"}; // the last two in a build with the sanitizers
             EXPECT_TRUE(known.count(stem) == 1 || stem == "ld-linux-x86-64") << name << " needs " << library;
         }
+    }
+}
+
+// docs/maya-api.md: what is imported of Maya stands in a row of its class.
+TEST(SymbolsTest, TheDocumentTellsWhatThePlugInsCall) {
+    using Functions = std::set<std::string>; // each as "Class::function"
+    Functions imported;
+    std::istringstream names(outputOf("nm -DC --undefined-only --format=just-symbols " ZENT_PLUGIN_FOLDER
+                                      "/ZentMayaNodes.so " ZENT_PLUGIN_FOLDER "/ZentMayaTools.so"));
+    const std::regex name(R"((M[A-Z]\w+)::(\w+|operator\[\])(\(.*)?)");
+    std::smatch parts;
+    for (std::string line; std::getline(names, line);) {
+        if (std::regex_match(line, parts, name) && parts[1] != parts[2]) {
+            imported.insert(parts[1].str() + "::" + parts[2].str());
+        }
+    }
+    EXPECT_GT(imported.size(), 100U);
+
+    Functions told;
+    std::ifstream document(ZENT_DOCS "/maya-api.md");
+    const std::regex word(R"(`([^`]+)`)");
+    const auto wordsOf = [&word](const std::string& cell) {
+        return std::vector<std::string>{std::sregex_token_iterator(cell.begin(), cell.end(), word, 1), {}};
+    };
+    for (std::string line; std::getline(document, line);) {
+        const std::size_t first = line.find(" | ");
+        const std::size_t second = line.find(" | ", first + 1);
+        if (line.rfind("| `", 0) == 0 && second != std::string::npos) {
+            for (const std::string& function : wordsOf(line.substr(first, second - first))) {
+                for (const std::string& type : wordsOf(line.substr(0, first))) {
+                    told.insert(type + "::" + function);
+                }
+            }
+        }
+    }
+    for (const std::string& function : imported) {
+        EXPECT_EQ(told.count(function), 1U) << function << " is not told";
     }
 }
 
