@@ -239,7 +239,11 @@ def main(folder):
     for name, block in BLOCKS.items():
         write("resource", name, file_of([block]))
     mesh = file_of([BLOCKS["mesh"]])
-    for i, text in enumerate(re.findall(r"```json\n(.*?)```", (ROOT / "docs/scene-file.md").read_text(), re.S)):
+    examples = {name: re.findall(r"```json\n(.*?)```", (ROOT / f"docs/{name}.md").read_text(), re.S)
+                for name in ("scene-file", "results-format", "batch")}
+    write("results", "examples", "".join(text.replace("\n ", " ") for text in examples["results-format"]).encode())
+    write("checks", "example", examples["batch"][0].encode())
+    for i, text in enumerate(examples["scene-file"]):
         write("scene", f"example{i}", text.encode(), mesh)
         if "follicle" in text:
             record = next(record for record in records() if record.method == "follicleRotateMesh").literal
