@@ -105,8 +105,11 @@ void Manifest::forEach(const std::function<bool(json&&)>& take) {
             return;
         }
     }
+    if (!isList_) {
+        return;
+    }
     const char* at = text_.c_str() + text_.find('[');
-    for (std::size_t i = 0; isList_ && i < records_; ++i) {
+    for (std::size_t i = 0; i < records_; ++i) {
         const char* begin = at + 1; // behind the bracket or the comma
         while (isSpace(*begin)) {
             ++begin;
