@@ -66,11 +66,13 @@ TEST_F(BatchTest, WhatBefallsACheckIsItsErrorAlone) {
                                               {"killed", "its process was ended by signal 9 (Killed)"},
                                               {"missing", "cannot open file "},
                                               {"unscened", "nowhere.json"}};
+    std::string limit;
 #ifndef __SANITIZE_ADDRESS__ // which needs more than any limit
     add("memory");
     failed["memory"] = "it needs more memory than the 200 MB that it may";
+    limit = "--memory 200 ";
 #endif
-    const Outcome outcome = misbehave("--jobs 2 --memory 200 --junit " + folder + "all.xml");
+    const Outcome outcome = misbehave("--jobs 2 " + limit + "--junit " + folder + "all.xml");
     EXPECT_EQ(outcome.status, 2);
     for (const auto& [name, error] : failed) {
         EXPECT_NE(outcome.out.find("failed " + name + ": " + (name == "unscened" ? "" : error)), std::string::npos)
