@@ -76,7 +76,6 @@ public:
     std::unordered_map<std::string, PlugId> inputNames;
     std::unordered_map<std::string, PlugId> outputNames;
     std::vector<std::string> notes;
-    unsigned int threads = 1;
 
     /// Evaluates everything once, leaves out the edges that bring nothing that fits, and tells them in the notes.
     void settle();

@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cstring>
 #include <stdexcept>
-#include <thread>
 #include <utility>
 
 namespace zent::rig {
@@ -159,10 +158,6 @@ std::size_t Rig::evaluate() {
         throw std::runtime_error(fmt::format("{}: {}", inWords(graph_->records[place]), node->problem));
     }
     return evaluated;
-}
-
-void Rig::setThreads(unsigned int threads) {
-    graph_->threads = threads == 0 ? std::max(1U, std::thread::hardware_concurrency()) : threads;
 }
 
 const float* Rig::numbers(PlugId output) const {

@@ -86,11 +86,8 @@ public:
 
     /// Evaluates the records that depend on an input that changed, and returns how many there were; the first call
     /// evaluates all. Throws std::runtime_error, naming the record, where one cannot be evaluated, after all others
-    /// that do not depend on it. Bits do not depend on the number of threads.
+    /// that do not depend on it.
     std::size_t evaluate();
-    /// The cores that `evaluate` may use: 1, unless it is set; 0 for all. It has no effect where the library was built
-    /// without oneTBB.
-    void setThreads(unsigned int threads);
 
     /// Numbers of an output; `size` tells how many there are. Throws std::runtime_error where the last evaluation did
     /// not make it, or it is a shape.
