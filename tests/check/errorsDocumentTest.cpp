@@ -25,7 +25,7 @@ Surface surface(unsigned degree, unsigned formV, std::size_t points, std::vector
 
 class ErrorsDocument : public RunTest {
 protected:
-    ErrorsDocument() : path_(testing::TempDir() + "zent_errors_test." + std::to_string(::getpid())) {
+    ErrorsDocument() : path_(testing::TempDir() + "errors") {
         for (std::unique_ptr<Proxy>& proxy : makeProxies()) {
             add(std::move(proxy));
         }

@@ -4,8 +4,6 @@
 #include "scene/sceneFile.h"
 #include "zent/values/Select.h"
 
-#include <unistd.h>
-
 #include <filesystem>
 #include <fstream>
 
@@ -33,10 +31,7 @@ std::string OpenScene::whyNot(const std::string& text) {
 }
 
 std::string temporaryPath(const std::string& name) {
-    const std::filesystem::path folder =
-        std::filesystem::path(testing::TempDir()) / ("zent_test_host." + std::to_string(getpid()));
-    std::filesystem::create_directories(folder);
-    return (folder / name).string();
+    return testing::TempDir() + name;
 }
 
 } // namespace zent::test

@@ -74,7 +74,7 @@ inline void expectBinding(const std::string& method, const std::vector<std::stri
 
 /// Writes the blocks of a resource file and loads them.
 inline void loadBlocksOf(const ResourceWriter& writer) {
-    const std::string path = testing::TempDir() + "zent_adapters." + std::to_string(::getpid());
+    const std::string path = testing::TempDir() + "adapters";
     writer.write(path);
     Element::storage().load(path);
     std::filesystem::remove(path);

@@ -18,10 +18,8 @@ using zent::mat4;
 using zent::vec3;
 using zent::rig::Rig;
 
-/// Tests run at the same time.
 std::string write(const std::string& name, const json& value) {
-    const std::string test = testing::UnitTest::GetInstance()->current_test_info()->name();
-    const std::string path = (std::filesystem::path(testing::TempDir()) / ("rig-" + test + "-" + name)).string();
+    const std::string path = testing::TempDir() + name;
     std::ofstream(path) << value;
     return path;
 }

@@ -16,9 +16,8 @@ namespace {
 
 std::string folder() {
     const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-    const std::filesystem::path path = std::filesystem::path(testing::TempDir()) /
-                                       ("zentcheck." + std::to_string(getpid())) / test->test_suite_name() /
-                                       test->name();
+    const std::filesystem::path path =
+        std::filesystem::path(testing::TempDir()) / test->test_suite_name() / test->name();
     std::filesystem::create_directories(path);
     return path.string();
 }

@@ -17,7 +17,7 @@ namespace {
 
 class ResourceTest : public testing::Test {
 protected:
-    ResourceTest() : path_(testing::TempDir() + "zent_resource_test." + std::to_string(::getpid())) {}
+    ResourceTest() : path_(testing::TempDir() + "resource") {}
     ~ResourceTest() override { std::filesystem::remove(path_); }
 
     void load(const std::string& bytes) {
