@@ -1,6 +1,6 @@
 # The Python package, where a Python has what it takes; ZENT_HAS_PYTHON tells. -DPython_EXECUTABLE=... chooses one.
 set(ZENT_HAS_PYTHON OFF)
-if(ZENT_BUILD_PYTHON)
+if(ZENT_BUILD_PYTHON AND NOT ZENT_MAYA_DEVKIT) # it takes a table from zentcheck
     # The first one in the path need not be the one that the system's packages are for.
     find_program(ZENT_PATH_PYTHON python3)
     foreach(candidate IN ITEMS "${ZENT_PATH_PYTHON}" /usr/bin/python3)

@@ -1,27 +1,39 @@
 #!/usr/bin/env python3
-"""Makes the files of this example: python3 make.py [FOLDER [ZENTCHECK]]
+"""Makes the files of this example, with the Python package zent in the path: python3 make.py [FOLDER]
 
 It builds an arm node by node. For each node it works out what Maya's node gives, from what the node means, in double
 precision and with nothing of this project; writes inputs and outputs into the scene; and writes a record that holds the
-node function against them. vectors.py has the mathematics, formats.py the writers.
+node function against them. vectors.py has the mathematics, scene_file.py the writer of the scene; zent writes the
+other files.
 """
 import pathlib
 import sys
 from math import atan2, comb, cos, degrees, exp, pi, radians, sin
 
-from formats import (Fed, Manifest, Resource, Scene, angle, angles, assemble, compiled, each, fed_angles, fed_vector, indexed,
-                     many, matrix, multi)
+import zent
+from scene_file import Fed, Scene, angle, angles, fed_angles, fed_vector, matrix, multi, plain
 from vectors import (IDENTITY, Curve, Surface, across, add, angle_between, axis_and_angle, between, cross, dot,
                      euler_angles, euler_matrix, frame, inverse, length, linear, origin, point_by, product, scaled,
                      scaling, sub, translation, turn, unit, vector_by)
 
-scene, manifest, resource = Scene(), Manifest(), Resource()
+scene, resource = Scene(), zent.Resource()
+manifest = zent.Manifest(resource)
 
 X, Y, Z, ZERO, ONE = [1, 0, 0], [0, 1, 0], [0, 0, 1], [0, 0, 0], [1, 1, 1]
 
 
 def in_radians(*angles):
     return [radians(a) for a in angles]
+
+
+def each(pattern, places):
+    """Plugs by a pattern with {}, which takes each of the places: names, or 0 to n - 1."""
+    return [pattern.format(place) for place in (range(places) if isinstance(places, int) else places)]
+
+
+def columns(rows):
+    """Of a list of tuples a tuple of lists."""
+    return tuple(plain(list(column)) for column in zip(*rows))
 
 
 # ---------------------------------------------------------------------------------------------------------------------
@@ -54,9 +66,9 @@ def transform(name, parent, translate=None, rotate=None, order=0, scale=None, or
     if not checked:
         return
     if orient is not None:
-        manifest.record(name, "joint", [".matrix"], [".translate", ".rotate", ".scale", ".rotateOrder", ".jointOrient",
-                                                     ".inverseScale", ".segmentScaleCompensate"])
-    manifest.record(name, "worldMatrix", [".worldMatrix[0]"], [".parentMatrix[0]", ".matrix"])
+        manifest.add(name, "joint", ".matrix", [".translate", ".rotate", ".scale", ".rotateOrder", ".jointOrient",
+                                                  ".inverseScale", ".segmentScaleCompensate"])
+    manifest.add(name, "worldMatrix", ".worldMatrix[0]", [".parentMatrix[0]", ".matrix"])
 
 
 def locator(name, parent, translate):
@@ -65,8 +77,8 @@ def locator(name, parent, translate):
     at = origin(world[name])
     scene.node(f"{paths[name]}|{name}Shape", type="locator", localPosition=ZERO, worldPosition=multi(at),
                worldMatrix=multi(Fed(f"{name}.worldMatrix[0]", matrix())))
-    manifest.record(name, "locatorWorldPosition", [f"{name}Shape.worldPosition[0]"],
-                    [f"{name}Shape.localPosition", f"{name}Shape.worldMatrix[0]"])
+    manifest.add(name, "locatorWorldPosition", f"{name}Shape.worldPosition[0]",
+                 [f"{name}Shape.localPosition", f"{name}Shape.worldMatrix[0]"])
     return at
 
 
@@ -136,11 +148,11 @@ scene.node("handHeight", type="animCurveTL", input=Fed("time1.outTime", {"time":
            **{f"keyTan{side}Y": multi(*[y for _, y in tangents]) for side in ("In", "Out")},
            **{f"keyTan{side}Type": multi(1, 1, 1) for side in ("In", "Out")},  # fixed
            preInfinity=0, postInfinity=0, weightedTangents=False)
-manifest.record("handHeight", "animCurve", [".output"],
-                [".input", each(".keyTimeValue[{}].keyTime", 3), each(".keyTimeValue[{}].keyValue", 3),
-                 each(".keyTanInX[{}]", 3), each(".keyTanInY[{}]", 3), each(".keyTanInType[{}]", 3),
-                 each(".keyTanOutX[{}]", 3), each(".keyTanOutY[{}]", 3), each(".keyTanOutType[{}]", 3),
-                 ".preInfinity", ".postInfinity", ".weightedTangents"])
+manifest.add("handHeight", "animCurve", ".output",
+             [".input", each(".keyTimeValue[{}].keyTime", 3), each(".keyTimeValue[{}].keyValue", 3),
+              each(".keyTanInX[{}]", 3), each(".keyTanInY[{}]", 3), each(".keyTanInType[{}]", 3),
+              each(".keyTanOutX[{}]", 3), each(".keyTanOutY[{}]", 3), each(".keyTanOutType[{}]", 3),
+              ".preInfinity", ".postInfinity", ".weightedTangents"])
 
 # The hand control turns about a pivot; its translate takes the curve's value.
 PIVOT = [1.5, 0, 0.5]
@@ -150,8 +162,8 @@ transform("handControl", "arm", [27, Fed("handHeight.output", 0), 22], angles(ha
           rotatePivot=PIVOT,
           local=product(scaling(hand_scale), translation(scaled(PIVOT, -1)), euler_matrix(hand_rotate),
                         translation(add(PIVOT, hand_translate))))
-manifest.record("handControl", "transform", [".matrix"],
-                [".translate", ".rotate", ".rotateOrder", ".scale", ZERO, ".rotatePivot", ZERO, ZERO, ZERO])
+manifest.add("handControl", "transform", ".matrix",
+             [".translate", ".rotate", ".rotateOrder", ".scale", ZERO, ".rotatePivot", ZERO, ZERO, ZERO])
 
 # ---------------------------------------------------------------------------------------------------------------------
 # The IK handle: a point constraint and a pole vector constraint place it
@@ -171,10 +183,10 @@ scene.node("handleFollows", type="pointConstraint", constraintTranslate=handle, 
            handW0=weights[0], hipsW1=weights[1], **driven("arm"), constraintRotatePivot=ZERO, constraintRotateTranslate=ZERO,
            target=aims(TARGETS, [Fed("handleFollows.handW0", 0), Fed("handleFollows.hipsW1", 0)], "Translate",
                        "RotatePivot"))
-manifest.record("handleFollows", "pointConstraint", [".constraintTranslate"],
-                ["arm.worldInverseMatrix[0]", ZERO, ZERO, ".offset", many(".handW0", ".hipsW1"), ".restTranslate",
-                 each("{}.parentMatrix[0]", TARGETS), each("{}.translate", TARGETS),
-                 many("handControl.rotatePivot", ZERO)])
+manifest.add("handleFollows", "pointConstraint", ".constraintTranslate",
+             ["arm.worldInverseMatrix[0]", ZERO, ZERO, ".offset", [".handW0", ".hipsW1"], ".restTranslate",
+              each("{}.parentMatrix[0]", TARGETS), each("{}.translate", TARGETS),
+              ["handControl.rotatePivot", ZERO]])
 
 # The pole vector goes from the chain's root to the pole, in the space of the handle's parent.
 root_world = origin(world["clavicle"])
@@ -182,9 +194,9 @@ pole_vector = vector_by(sub(pole, root_world), inverse(world["arm"]))
 scene.node("elbowPoints", type="poleVectorConstraint", constraintTranslate=pole_vector, **driven("arm"),
            constraintRotatePivot=Fed("shoulder.translate", ZERO), pivotSpace=Fed("shoulder.parentMatrix[0]", matrix()),
            target=aims(["pole"], [1], "Translate", "RotatePivot"))
-manifest.record("elbowPoints", "poleVectorConstraint", [".constraintTranslate"],
-                ["arm.worldInverseMatrix[0]", "shoulder.translate", "clavicle.worldMatrix[0]", "pole.parentMatrix[0]",
-                 "pole.translate", ZERO])
+manifest.add("elbowPoints", "poleVectorConstraint", ".constraintTranslate",
+             ["arm.worldInverseMatrix[0]", "shoulder.translate", "clavicle.worldMatrix[0]", "pole.parentMatrix[0]",
+              "pole.translate", ZERO])
 
 TWIST = radians(8)
 transform("armHandle", "arm", fed_vector("handleFollows.constraintTranslate"), angles(), local=translation(handle),
@@ -242,11 +254,11 @@ for name, parent, translate, rotate in [("shoulder", "clavicle", ZERO, shoulder_
               preferredAngle=angles(PREFERRED[name]))
 scene.node("ikRPsolver", type="ikRPsolver")
 scene.node(f"{paths['elbow']}|effector", type="ikEffector", translate=[FORE, 0, 0])
-manifest.record("armHandle", "ikRPsolver", [each("{}.rotate", BONES)],
-                ["arm.worldMatrix[0]", ".translate", "effector.translate", ".poleVector", ".twist",
-                 "clavicle.worldMatrix[0]", each("{}.jointOrient", BONES), each("{}.preferredAngle", BONES),
-                 each("{}.translate", BONES), each("{}.rotateOrder", BONES), each("{}.scale", BONES),
-                 each("{}.inverseScale", BONES), each("{}.segmentScaleCompensate", BONES)])
+manifest.add("armHandle", "ikRPsolver", each("{}.rotate", BONES),
+             ["arm.worldMatrix[0]", ".translate", "effector.translate", ".poleVector", ".twist",
+              "clavicle.worldMatrix[0]", each("{}.jointOrient", BONES), each("{}.preferredAngle", BONES),
+              each("{}.translate", BONES), each("{}.rotateOrder", BONES), each("{}.scale", BONES),
+              each("{}.inverseScale", BONES), each("{}.segmentScaleCompensate", BONES)])
 
 # ---------------------------------------------------------------------------------------------------------------------
 # Constraints: orient, parent, aim, scale
@@ -265,11 +277,11 @@ scene.node("wristTurns", type="orientConstraint", constraintRotate=angles(wrist_
            **driven("elbow", "wrist", inputs=("RotateOrder", "JointOrient")),
            target=aims(TARGETS, [Fed("wristTurns.elbowW0", 0), Fed("wristTurns.handControlW1", 0)], "Rotate",
                        "RotateOrder", "JointOrient"))
-wrist_record = ("wristTurns", "orientConstraint", [".constraintRotate"],
+wrist_record = ("wristTurns", "orientConstraint", ".constraintRotate",
                 ["elbow.worldInverseMatrix[0]", "wrist.rotateOrder", "wrist.jointOrient", ".offset", ".interpType",
-                 many(".elbowW0", ".handControlW1"), ".restRotate", each("{}.parentMatrix[0]", TARGETS),
-                 each("{}.rotate", TARGETS), each("{}.rotateOrder", TARGETS), many("elbow.jointOrient", ZERO)])
-manifest.record(*wrist_record)
+                 [".elbowW0", ".handControlW1"], ".restRotate", each("{}.parentMatrix[0]", TARGETS),
+                 each("{}.rotate", TARGETS), each("{}.rotateOrder", TARGETS), ["elbow.jointOrient", ZERO]])
+manifest.add(*wrist_record)
 transform("wrist", "elbow", [FORE, 0, 0], fed_angles("wristTurns.constraintRotate"), ORDER["wrist"],
           orient=ORIENT["wrist"], local=joint_matrix("wrist", wrist_rotate, [FORE, 0, 0], IDENTITY))
 
@@ -287,17 +299,17 @@ scene.node("upperTwists", type="parentConstraint", constraintTranslate=middle, c
            target=aims(BONES, [0.5, 0.5], "Translate", "RotatePivot", "Rotate", "RotateOrder", "Scale", "InverseScale",
                        "ScaleCompensate", "JointOrient", OffsetTranslate=offset_translates,
                        OffsetRotate=[angles(rotate) for rotate in offset_rotates]))
-manifest.record("upperTwists", "parentConstraintTranslate", [".constraintTranslate"],
-                ["clavicle.worldInverseMatrix[0]", ZERO, ZERO, each(".target[{}].targetWeight", 2), ZERO,
-                 each("{}.parentMatrix[0]", BONES), each("{}.translate", BONES),
-                 each(".target[{}].targetOffsetTranslate", 2), many(ZERO, ZERO), each("{}.rotate", BONES),
-                 each("{}.rotateOrder", BONES), each("{}.scale", BONES), each("{}.inverseScale", BONES),
-                 each("{}.segmentScaleCompensate", BONES), each("{}.jointOrient", BONES)])
-manifest.record("upperTwists", "parentConstraintRotate", [".constraintRotate"],
-                ["clavicle.worldInverseMatrix[0]", "upperTwist.rotateOrder", ZERO, ".interpType",
-                 each(".target[{}].targetWeight", 2), ZERO, each("{}.parentMatrix[0]", BONES),
-                 each("{}.rotate", BONES), each(".target[{}].targetOffsetRotate", 2), each("{}.rotateOrder", BONES),
-                 each("{}.jointOrient", BONES)])
+manifest.add("upperTwists", "parentConstraintTranslate", ".constraintTranslate",
+             ["clavicle.worldInverseMatrix[0]", ZERO, ZERO, each(".target[{}].targetWeight", 2), ZERO,
+              each("{}.parentMatrix[0]", BONES), each("{}.translate", BONES),
+              each(".target[{}].targetOffsetTranslate", 2), [ZERO, ZERO], each("{}.rotate", BONES),
+              each("{}.rotateOrder", BONES), each("{}.scale", BONES), each("{}.inverseScale", BONES),
+              each("{}.segmentScaleCompensate", BONES), each("{}.jointOrient", BONES)])
+manifest.add("upperTwists", "parentConstraintRotate", ".constraintRotate",
+             ["clavicle.worldInverseMatrix[0]", "upperTwist.rotateOrder", ZERO, ".interpType",
+              each(".target[{}].targetWeight", 2), ZERO, each("{}.parentMatrix[0]", BONES),
+              each("{}.rotate", BONES), each(".target[{}].targetOffsetRotate", 2), each("{}.rotateOrder", BONES),
+              each("{}.jointOrient", BONES)])
 transform("upperTwist", "clavicle", fed_vector("upperTwists.constraintTranslate"),
           fed_angles("upperTwists.constraintRotate"),
           local=product(euler_matrix(twist_rotate), translation(middle)))
@@ -312,10 +324,10 @@ scene.node("padAims", type="aimConstraint", constraintRotate=angles(pad_rotate),
            **driven("elbow", "elbowPad", inputs=("RotateOrder", "Translate")), constraintRotatePivot=ZERO,
            constraintRotateTranslate=ZERO, constraintJointOrient=angles(),
            target=aims(["wrist"], [Fed("padAims.wristW0", 0)], "Translate", "RotatePivot"), worldUpMatrix=Fed("pole.worldMatrix[0]", matrix()))
-manifest.record("padAims", "aimConstraint", [".constraintRotate"],
-                ["elbow.worldInverseMatrix[0]", "elbowPad.translate", ZERO, ZERO, "elbowPad.rotateOrder", ZERO,
-                 ".offset", ".wristW0", ".restRotate", "wrist.parentMatrix[0]", "wrist.translate", ZERO,
-                 ".worldUpType", ".worldUpMatrix", Y, ".aimVector", ".upVector"])
+manifest.add("padAims", "aimConstraint", ".constraintRotate",
+             ["elbow.worldInverseMatrix[0]", "elbowPad.translate", ZERO, ZERO, "elbowPad.rotateOrder", ZERO,
+              ".offset", [".wristW0"], ".restRotate", ["wrist.parentMatrix[0]"], ["wrist.translate"], [ZERO],
+              ".worldUpType", ".worldUpMatrix", Y, ".aimVector", ".upVector"])
 transform("elbowPad", "elbow", PAD, fed_angles("padAims.constraintRotate"),
           local=product(frame(aim, cross(up, aim), up), translation(PAD)))
 
@@ -324,9 +336,9 @@ GLOVE = [1, 1.2, 0.9]
 glove_scale = [a * b for a, b in zip(hand_scale, GLOVE)]
 scene.node("gloveScales", type="scaleConstraint", constraintScale=glove_scale, offset=GLOVE, restScale=ONE,
            constraintScaleCompensate=False, **driven("arm"), target=aims(["handControl"], [1], "Scale"))
-manifest.record("gloveScales", "scaleConstraint", [".constraintScale"],
-                ["arm.worldInverseMatrix[0]", False, ".offset", 1, ONE, "handControl.parentMatrix[0]",
-                 "handControl.scale"])
+manifest.add("gloveScales", "scaleConstraint", ".constraintScale",
+             ["arm.worldInverseMatrix[0]", False, ".offset", [1], ONE, ["handControl.parentMatrix[0]"],
+              ["handControl.scale"]])
 transform("glove", "arm", ZERO, angles(), scale=fed_vector("gloveScales.constraintScale", 1),
           local=scaling(glove_scale))
 
@@ -335,8 +347,8 @@ transform("glove", "arm", ZERO, angles(), scale=fed_vector("gloveScales.constrai
 
 for name in ("shoulder", "elbow", "wrist"):
     scene.node(f"{name}Place", type="decomposeMatrix", inputMatrix=Fed(f"{name}.worldMatrix[0]", matrix()), outputTranslate=origin(world[name]))
-    manifest.record(f"{name}Place", "decomposeMatrixTranslate", [f"{name}Place.outputTranslate"],
-                    [f"{name}Place.inputMatrix"])
+    manifest.add(f"{name}Place", "decomposeMatrixTranslate", f"{name}Place.outputTranslate",
+                 [f"{name}Place.inputMatrix"])
 
 
 def bone(name, start, end):
@@ -344,26 +356,26 @@ def bone(name, start, end):
     vector = sub(origin(world[end]), origin(world[start]))
     scene.node(name, type="plusMinusAverage", operation=2, output3D=vector, input3D=multi(fed_vector(f"{end}Place.outputTranslate"),
                                                                  fed_vector(f"{start}Place.outputTranslate")))
-    manifest.record(name, "plusMinusAverage3D", [".output3D"], [each(".input3D[{}]", 2), ".operation"])
+    manifest.add(name, "plusMinusAverage3D", ".output3D", [each(".input3D[{}]", 2), ".operation"])
     return vector
 
 
 bend = angle_between(bone("upperBone", "shoulder", "elbow"), bone("foreBone", "elbow", "wrist"))
 scene.node("bend", type="angleBetween", vector1=fed_vector("upperBone.output3D"), vector2=fed_vector("foreBone.output3D"), angle=angle(bend))
-manifest.record("bend", "angleBetween__COMPUTE__angle", [".angle"], [".vector1", ".vector2"])
+manifest.add("bend", "angleBetween__COMPUTE__angle", ".angle", [".vector1", ".vector2"])
 scene.node("bendInDegrees", type="unitConversion", input=Fed("bend.angle", angle()), conversionFactor=180 / pi, output=degrees(bend))
-manifest.record("bendInDegrees", "unitConversion1D", [".output"], [".input", ".conversionFactor"])
+manifest.add("bendInDegrees", "unitConversion1D", ".output", [".input", ".conversionFactor"])
 
 reach = length(sub(handle_world, root_world))
 scene.node("reach", type="distanceBetween", inMatrix1=Fed("shoulder.worldMatrix[0]", matrix()),
            inMatrix2=Fed("armHandle.worldMatrix[0]", matrix()), distance=reach)
-manifest.record("reach", "distanceBetweenTwoMatrices", [".distance"], [".inMatrix1", ".inMatrix2"])
+manifest.add("reach", "distanceBetweenTwoMatrices", ".distance", [".inMatrix1", ".inMatrix2"])
 
 ratio = reach / (UPPER + FORE)
 scene.node("reachRatio", type="multiplyDivide", input1=[Fed("reach.distance", 0), 0, 0], input2=[UPPER + FORE, 1, 1], operation=2,
            output=[ratio, 0, 0])
-manifest.record("reachRatio", "multiplyDivide1D", [".output.outputX"],
-                [".input1.input1X", ".input2.input2X", ".operation"])
+manifest.add("reachRatio", "multiplyDivide1D", ".output.outputX",
+             [".input1.input1X", ".input2.input2X", ".operation"])
 
 
 
@@ -374,12 +386,12 @@ def color(name, r, g, b):
 scene.node("stretch", type="condition", firstTerm=Fed("reachRatio.output.outputX", 0), secondTerm=1, operation=2,
            **color("colorIfTrue", Fed("reachRatio.output.outputX", 0), 0, 0), **color("colorIfFalse", 1, 1, 1),
            **color("outColor", max(ratio, 1), 1, 1))
-manifest.record("stretch", "condition1D", [".outColor.outColorR"],
-                [".firstTerm", ".secondTerm", ".colorIfTrue.colorIfTrueR", ".colorIfFalse.colorIfFalseR",
-                 ".operation"])
+manifest.add("stretch", "condition1D", ".outColor.outColorR",
+             [".firstTerm", ".secondTerm", ".colorIfTrue.colorIfTrueR", ".colorIfFalse.colorIfFalseR",
+              ".operation"])
 
 scene.node("slack", type="reverse", input=[Fed("reachRatio.output.outputX", 0), 0, 0], output=[1 - ratio, 1, 1])
-manifest.record("slack", "reverse", [".output.outputX"], [".input.inputX"])
+manifest.add("slack", "reverse", ".output.outputX", [".input.inputX"])
 
 RAMP = [(0, 0), (0.5, 0.2), (1, 1)]
 
@@ -396,24 +408,24 @@ scene.node("tension", type="remapValue", inputValue=Fed("reachRatio.output.outpu
            outputMax=1, outValue=tension,
            value=multi(*[{"compound": {"value_Position": x, "value_FloatValue": y, "value_Interp": 1}}
                          for x, y in RAMP]))
-manifest.record("tension", "remapValue", [".outValue"],
-                [".inputValue", ".inputMin", ".inputMax", ".outputMin", ".outputMax",
-                 each(".value[{}].value_Position", 3), each(".value[{}].value_FloatValue", 3),
-                 each(".value[{}].value_Interp", 3)])
+manifest.add("tension", "remapValue", ".outValue",
+             [".inputValue", ".inputMin", ".inputMax", ".outputMin", ".outputMax",
+              each(".value[{}].value_Position", 3), each(".value[{}].value_FloatValue", 3),
+              each(".value[{}].value_Interp", 3)])
 
 hand_space = product(world["wrist"], inverse(world["clavicle"]))
 scene.node("handSpace", type="multMatrix", matrixIn=multi(Fed("wrist.worldMatrix[0]", matrix()),
                                        Fed("clavicle.worldInverseMatrix[0]", matrix())), matrixSum=matrix(hand_space))
-manifest.record("handSpace", "multMatrix", [".matrixSum"], [each(".matrixIn[{}]", 2)])
+manifest.add("handSpace", "multMatrix", ".matrixSum", [each(".matrixIn[{}]", 2)])
 scene.node("handTurn", type="decomposeMatrix", inputMatrix=Fed("handSpace.matrixSum", matrix()), outputRotate=angles(euler_angles(hand_space)))
-manifest.record("handTurn", "decomposeMatrixRotate", [".outputRotate"], [".inputMatrix"])
+manifest.add("handTurn", "decomposeMatrixRotate", ".outputRotate", [".inputMatrix"])
 
 # ---------------------------------------------------------------------------------------------------------------------
-# An expression, which zentcheck --compile-expression makes byte code of
+# An expression
 
-code, constants = assemble(compiled("muscle.mel"))
-# Maya keeps the text with the slots in the place of the names.
 MUSCLE = (pathlib.Path(__file__).parent / "muscle.mel").read_text()
+code, constants = resource.expression(MUSCLE)
+# Maya keeps the text with the slots in the place of the names.
 for written, slot in (("bendInDegrees.output", ".I[0]"), ("muscle.flex", ".O[0]"), ("muscle.twist", ".O[1]"),
                       ("muscle.pinch", ".O[2]")):
     MUSCLE = MUSCLE.replace(written, slot)
@@ -431,8 +443,8 @@ pinch = max(degrees(bend) - 60, 0) / 60
 scene.node("muscle", type="expression", input=multi(Fed("bendInDegrees.output", 0)), time=Fed("time1.outTime", {"time": 0}),
            output=multi(flex, strap_twist, pinch), frame=FRAME, expression=MUSCLE)
 # The plug "time" reads in its own unit, which is the frame.
-manifest.record("muscle", "expression", [each(".output[{}]", 3)],
-                [many(".input[0]", ".time"), resource.byte_code(code), resource.constants(constants)])
+manifest.add("muscle", "expression", each(".output[{}]", 3),
+             [[".input[0]", ".time"], code, constants])
 
 # ---------------------------------------------------------------------------------------------------------------------
 # Pose drivers: weights by how near the arm is to stored poses
@@ -476,9 +488,9 @@ scene.node("elbowPoses", type="weightDriver", twistAxis=0, invertAxis=False, dri
            readerMatrix=Fed("shoulder.worldInverseMatrix[0]", matrix()), rotationOffset=angles(),
            pose=multi(*[{"compound": {"poseMatrix": matrix(pose), "poseParentMatrix": matrix(inverse(to_shoulder)),
                                       "poseMode": 0}} for pose in poses]), output=multi(*pose_weights))
-manifest.record("elbowPoses", "weightDriverDrivers", [each(".output[{}]", 3)],
-                [0, 0, ".twistAxis", ".invertAxis", ".driverMatrix", ".readerMatrix", each(".pose[{}].poseMatrix", 3),
-                 each(".pose[{}].poseParentMatrix", 3), each(".pose[{}].poseMode", 3), ".rotationOffset"])
+manifest.add("elbowPoses", "weightDriverDrivers", each(".output[{}]", 3),
+             [0, 0, ".twistAxis", ".invertAxis", ".driverMatrix", ".readerMatrix", each(".pose[{}].poseMatrix", 3),
+              each(".pose[{}].poseParentMatrix", 3), each(".pose[{}].poseMode", 3), ".rotationOffset"])
 
 # By numbers: how much the wrist is squeezed at three pairs of flex and tension.
 inputs, values = [[0, 1], [0.5, 0.4], [1, 0.1]], [[0, 0.1, 0], [0.5, 0.2, 0], [1, 0, 0.3]]
@@ -486,23 +498,23 @@ squeeze = interpolate(inputs, values, [flex, tension])
 scene.node("wristPoses", type="weightDriver", input=multi(Fed("muscle.output[0]", 0), Fed("tension.outValue", 0)), output=multi(*squeeze),
            poses=multi(*[{"compound": {"poseInput": multi(*row), "poseValue": multi(*result)}}
                          for row, result in zip(inputs, values)]))
-manifest.record("wristPoses", "weightDriverPoses", [each(".output[{}]", 3)],
-                [0, 0, each(".input[{}]", 2),
-                 *[indexed({(i, j): f".poses[{i}].{plug}[{j}]" for i, row in enumerate(table) for j in range(len(row))})
-                   for plug, table in (("poseInput", inputs), ("poseValue", values))]])
+manifest.add("wristPoses", "weightDriverPoses", each(".output[{}]", 3),
+             [0, 0, each(".input[{}]", 2),
+              *[{(i, j): f".poses[{i}].{plug}[{j}]" for i, row in enumerate(table) for j in range(len(row))}
+                for plug, table in (("poseInput", inputs), ("poseValue", values))]])
 
 # The weights of the blend shape's two targets.
 bicep = 0.4 * pose_weights[1] + pose_weights[2]
 scene.node("bicepWeight", type="blendWeighted", input=multi(*[Fed(f"elbowPoses.output[{i}]", 0) for i in range(3)]),
            weight=multi(0, 0.4, 1), output=bicep)
-manifest.record("bicepWeight", "blendWeighted", [".output"],
-                [indexed({i: f".input[{i}]" for i in range(3)}),
-                 indexed({i: f".weight[{i}]" for i in range(3)})])
+manifest.add("bicepWeight", "blendWeighted", ".output",
+             [{i: f".input[{i}]" for i in range(3)},
+              {i: f".weight[{i}]" for i in range(3)}])
 wrist_weight = squeeze[0] * pinch
 scene.node("wristWeight", type="combinationShape", inputWeight=multi(Fed("wristPoses.output[0]", 0), Fed("muscle.output[2]", 0)),
            combinationMethod=0, outputWeight=wrist_weight)
-manifest.record("wristWeight", "combinationShape", [".outputWeight"],
-                [each(".inputWeight[{}]", 2), ".combinationMethod"])
+manifest.add("wristWeight", "combinationShape", ".outputWeight",
+             [each(".inputWeight[{}]", 2), ".combinationMethod"])
 
 # ---------------------------------------------------------------------------------------------------------------------
 # The skin: a tube about the straight arm, deformed by a blend shape, a lattice and the joints. It stands in the world,
@@ -541,7 +553,7 @@ shaped = [add(p, scaled(deltas.get(i, ZERO), bicep), scaled(sub(flat[i], p), wri
 
 
 def mesh(points):
-    return {"mesh": resource.mesh(points, IDENTITY)}
+    return {"mesh": resource.mesh(plain(points))}
 
 
 FED_MESH = {"mesh": None}
@@ -567,11 +579,11 @@ deformer("armShapes", "blendShape", "armBound.outMesh", shaped,
              {"compound": {"inputTargetItem": {"multi": {"6000": {"compound": {
                  "inputGeomTarget": Fed("flatShape.outMesh", {"mesh": None})}}}},
                            "targetWeights": {"multi": {str(i): weight for i, weight in mask.items()}}}})}}))
-manifest.record("armShapes", "blendShapeMesh", [".outputGeometry[0]"],
-                [".envelope", ".input[0].inputGeometry",
-                 indexed({0: ".weight[0]", 1: ".weight[1]"}),
-                 indexed({(1, 6000): resource.mesh(flat, IDENTITY)}),
-                 indexed({(0, 6000): resource.deltas(deltas)}), indexed({1: resource.weight_map(mask)})])
+manifest.add("armShapes", "blendShapeMesh", ".outputGeometry[0]",
+             [".envelope", ".input[0].inputGeometry",
+              {0: ".weight[0]", 1: ".weight[1]"},
+              {(1, 6000): resource.mesh(plain(flat))},
+              {(0, 6000): resource.deltas(plain(deltas))}, {1: resource.weight_map(plain(mask))}])
 
 # Lattice: 5 by 2 by 2 points over the whole arm; the second and third along it bulge with the muscle.
 DIVISIONS = (5, 2, 2)
@@ -594,12 +606,13 @@ def in_lattice(p):
 
 
 latticed = [in_lattice(p) for p in shaped]
-scene.node("bulgeLattice", type="lattice", latticeOutput={"lattice": resource.lattice(DIVISIONS, bulged, bulged_lattice)})
+lattice_block = resource.lattice(zent.Lattice(plain(bulged), DIVISIONS, plain(bulged_lattice)))
+scene.node("bulgeLattice", type="lattice", latticeOutput={"lattice": lattice_block})
 deformer("armBulges", "ffd", "armShapes.outputGeometry[0]", latticed, local=False, outsideLattice=1, deformedLatticePoints=Fed("bulgeLattice.latticeOutput", {"lattice": None}), localInfluenceS=2, localInfluenceT=2,
          localInfluenceU=2, deformedLatticeMatrix=matrix(bulged_lattice), baseLatticeMatrix=matrix(base_lattice))
-manifest.record("armBulges", "ffdMesh", [".outputGeometry[0]"],
-                [".input[0].inputGeometry", "bulgeLattice.latticeOutput", ".deformedLatticeMatrix",
-                 ".baseLatticeMatrix", ".local", ".localInfluenceS", ".localInfluenceT", ".localInfluenceU"])
+manifest.add("armBulges", "ffdMesh", ".outputGeometry[0]",
+             [".input[0].inputGeometry", "bulgeLattice.latticeOutput", ".deformedLatticeMatrix",
+              ".baseLatticeMatrix", ".local", ".localInfluenceS", ".localInfluenceT", ".localInfluenceU"])
 
 
 # Skin: each point goes with the joints near it.
@@ -635,7 +648,7 @@ JOINTS = {"matrix": multi(*[Fed(f"{name}.worldMatrix[0]", matrix()) for name in 
 
 
 def skin_record(name, method, weights):
-    return (name, method, [".outputGeometry[0]"],
+    return (name, method, ".outputGeometry[0]",
             [".envelope", ".input[0].inputGeometry", ".geomMatrix", each(".matrix[{}]", 4),
              each(".bindPreMatrix[{}]", 4), weights])
 
@@ -644,7 +657,7 @@ arm_weights = skin_weights([x for x, _ in rings])
 deformer("armSkin", "skinCluster", "armBulges.outputGeometry[0]", skinned(latticed, arm_weights, IDENTITY), tube_faces,
          geomMatrix=matrix(), weightList=weight_list(arm_weights), normalizeWeights=1, skinningMethod=0,
          **JOINTS)
-manifest.record(*skin_record("armSkin", "skinMesh", resource.skin_weights(arm_weights)))
+manifest.add(*skin_record("armSkin", "skinMesh", resource.skin_weights(columns(arm_weights))))
 
 # ---------------------------------------------------------------------------------------------------------------------
 # A cord along the arm, which carries a strap
@@ -663,18 +676,18 @@ cord = Curve(3, KNOTS, [locator(f"anchor{i}", joint, point_by(p, inverse(BIND[jo
                         for i, (joint, p) in enumerate(zip(CARRIERS, cord_base.points))])
 scene.node("|cordBase|cordBaseShape", type="nurbsCurve", local=curve_data(cord_base))
 scene.node("|cord|cordShape", type="nurbsCurve", local=curve_data(cord), controlPoints=multi(*[Fed(f"anchor{i}Shape.worldPosition[0]", ZERO) for i in range(len(CORD))]))
-manifest.record("cord", "curve_from_cv", ["cordShape.local"],
-                ["cordBaseShape.local", indexed({i: f"anchor{i}Shape.worldPosition[0]" for i in range(len(CORD))})])
+manifest.add("cord", "curve_from_cv", "cordShape.local",
+             ["cordBaseShape.local", {i: f"anchor{i}Shape.worldPosition[0]" for i in range(len(CORD))}])
 
 FED_CURVE = Fed("cordShape.local", {"curve": None})
 scene.node("cordLength", type="curveInfo", inputCurve=FED_CURVE, arcLength=cord.arc_length(0, 3))
-manifest.record("cordLength", "curveInfo", [".arcLength"], [".inputCurve"])
+manifest.add("cordLength", "curveInfo", ".arcLength", [".inputCurve"])
 scene.node("cordMiddle", type="pointOnCurveInfo", inputCurve=FED_CURVE, parameter=1.3, turnOnPercentage=False, position=cord.point(1.3))
-manifest.record("cordMiddle", "pointOnCurveInfo", [".position"],
-                [".inputCurve", ".parameter", ".turnOnPercentage"])
+manifest.add("cordMiddle", "pointOnCurveInfo", ".position",
+             [".inputCurve", ".parameter", ".turnOnPercentage"])
 scene.node("bead", type="motionPath", geometryPath=FED_CURVE, uValue=0.6, fractionMode=True,
            allCoordinates=cord.point(cord.at_fraction(0.6)))
-manifest.record("bead", "motionPath", [".allCoordinates"], [".geometryPath", ".uValue", ".fractionMode"])
+manifest.add("bead", "motionPath", ".allCoordinates", [".geometryPath", ".uValue", ".fractionMode"])
 
 # The strap lies across the cord. Each point is bound to a parameter and to a frame there.
 TURNING, LOCATOR = 0.8, 1.2  # how much the strap turns with the cord; where on the cord the expression twists it
@@ -699,24 +712,33 @@ scene.node("strapFollows", type="wire", input=multi({"compound": {"inputGeometry
            deformedWire=multi(FED_CURVE), wireLocatorParameter=multi(LOCATOR),
            wireLocatorTwist=multi(Fed("muscle.output[1]", 0)),
            outputGeometry=multi(mesh(strap)))
-manifest.record("strapFollows", "wireMesh", [".outputGeometry[0]"],
-                [".input[0].inputGeometry", ".rotation", ".baseWire[0]", ".deformedWire[0]",
-                 ".wireLocatorParameter[0]", ".wireLocatorTwist[0]", resource.wire_bindings(bindings)])
+manifest.add("strapFollows", "wireMesh", ".outputGeometry[0]",
+             [".input[0].inputGeometry", ".rotation", ".baseWire[0]", ".deformedWire[0]",
+              [".wireLocatorParameter[0]"], [".wireLocatorTwist[0]"], resource.wire_bindings(columns(bindings))])
 
 # ---------------------------------------------------------------------------------------------------------------------
 # A sleeve over the forearm, a surface under the group of the arm, with a button on it
 
 sleeve_points = [[32 + 4 * i, 6 * cos(a), 6 * sin(a)] for i in range(5) for a in in_radians(-70, -25, 25, 70)]
+
+
+def block_of(surface):
+    counts = [len(knots) - degree + 1 for knots, degree in zip(surface.knots, surface.degrees)]
+    points = [surface.points[i:i + counts[1]] for i in range(0, len(surface.points), counts[1])]
+    return {"surface": resource.surface(zent.Surface(plain(points), surface.degrees, knots_u=surface.knots[0],
+                                                     knots_v=surface.knots[1], matrix=plain(surface.world)))}
+
+
 sleeve_weights = skin_weights([x for x, _, _ in sleeve_points])
 sleeve_bound = Surface((3, 3), ([0, 0, 0, 1, 2, 2, 2], [0, 0, 0, 1, 1, 1]),
                        [point_by(p, product(along_arm, inverse(world["arm"]))) for p in sleeve_points], world["arm"])
 sleeve = Surface(sleeve_bound.degrees, sleeve_bound.knots,
                  skinned(sleeve_bound.points, sleeve_weights, world["arm"]), world["arm"])
-scene.node("|arm|sleeve|sleeveBound", type="nurbsSurface", local={"surface": resource.surface(sleeve_bound)})
-scene.node("sleeveSkin", type="skinCluster", envelope=1, outputGeometry=multi({"surface": resource.surface(sleeve)}), **JOINTS,
+scene.node("|arm|sleeve|sleeveBound", type="nurbsSurface", local=block_of(sleeve_bound))
+scene.node("sleeveSkin", type="skinCluster", envelope=1, outputGeometry=multi(block_of(sleeve)), **JOINTS,
            weightList=weight_list(sleeve_weights), normalizeWeights=1, skinningMethod=0, geomMatrix=Fed("arm.worldMatrix[0]", matrix()),
            input=multi({"compound": {"inputGeometry": Fed("sleeveBound.local", {"surface": None})}}))
-manifest.record(*skin_record("sleeveSkin", "skinSurface", resource.skin_weights(sleeve_weights)))
+manifest.add(*skin_record("sleeveSkin", "skinSurface", resource.skin_weights(columns(sleeve_weights))))
 
 BUTTON = [0.55, 0.4]  # fractions of the domain
 button_u, button_v = 2 * BUTTON[0], BUTTON[1]
@@ -727,29 +749,29 @@ FED_SURFACE = Fed("sleeveSkin.outputGeometry[0]", {"surface": None})
 scene.node("button", type="follicle", inputSurface=FED_SURFACE, parameterU=BUTTON[0], parameterV=BUTTON[1],
            outTranslate=sleeve.point(button_u, button_v), outRotate=angles(euler_angles(button)))
 for method, output in (("follicleTranslateSurface", "outTranslate"), ("follicleRotateSurface", "outRotate")):
-    manifest.record("button", method, [f".{output}"], [".inputSurface", ".parameterU", ".parameterV"])
+    manifest.add("button", method, f".{output}", [".inputSurface", ".parameterU", ".parameterV"])
 
 scene.node("buttonNormal", type="pointOnSurfaceInfo", inputSurface=FED_SURFACE, parameterU=button_u, parameterV=button_v, turnOnPercentage=False,
            normalizedNormal=normal)
-manifest.record("buttonNormal", "pointOnSurfaceNormalizedNormal", [".normalizedNormal"],
-                [".inputSurface", ".parameterU", ".parameterV", ".turnOnPercentage"])
+manifest.add("buttonNormal", "pointOnSurfaceNormalizedNormal", ".normalizedNormal",
+             [".inputSurface", ".parameterU", ".parameterV", ".turnOnPercentage"])
 scene.node("buttonFoot", type="closestPointOnSurface", inputSurface=FED_SURFACE, parameterU=button_u, parameterV=button_v,
            inPosition=add(sleeve.point(button_u, button_v), scaled(normal, 1.5)))
-manifest.record("buttonFoot", "closestPointOnSurface", [".parameterU", ".parameterV"],
-                [".inputSurface", ".inPosition"])
+manifest.add("buttonFoot", "closestPointOnSurface", [".parameterU", ".parameterV"],
+             [".inputSurface", ".inPosition"])
 
 # ---------------------------------------------------------------------------------------------------------------------
 # Three faults on purpose, to see what the log says of them
 
-faults = Manifest()
-faults.record("reach", "distanceBetweenTwoMatrices", [".distance"], [".inMatrix1", ".inMatrix2"])  # right
-faults.record("reachRatio", "multiplyDivide1D", [".output.outputX"],
-              [".input1.input1X", 50, ".operation"])  # the bones are 53 long, not 50
+faults = zent.Manifest(resource)
+faults.add("reach", "distanceBetweenTwoMatrices", ".distance", [".inMatrix1", ".inMatrix2"])  # right
+faults.add("reachRatio", "multiplyDivide1D", ".output.outputX",
+           [".input1.input1X", 50, ".operation"])  # the bones are 53 long, not 50
 name, method, results, arguments = wrist_record
-faults.record(name, method, results, [arguments[0], 0, *arguments[2:]])  # rotate order xyz, the wrist has zyx
+faults.add(name, method, results, [arguments[0], 0, *arguments[2:]])  # rotate order xyz, the wrist has zyx
 wrong_weights = [(point, influence, 0.5 if (point, influence) == (80, 2) else weight)
                  for point, influence, weight in arm_weights]  # one weight of one point
-faults.record(*skin_record("armSkin", "skinMesh", resource.skin_weights(wrong_weights)))
+faults.add(*skin_record("armSkin", "skinMesh", resource.skin_weights(columns(wrong_weights))))
 
 folder = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).parent
 scene.write(folder / "scene.json")

@@ -149,6 +149,7 @@ PyObject* errorType();
 
 void bindShapes(py::module_& module);
 void bindPrograms(py::module_& module);
+void bindResources(py::module_& module);
 void bindUtilities(Functions& functions);
 void bindTransforms(Functions& functions);
 void bindConstraints(Functions& functions);

@@ -7,6 +7,7 @@ PYBIND11_MODULE(_zent, module) {
     module.attr("__version__") = ZENT_VERSION;
     bindShapes(module);
     bindPrograms(module);
+    bindResources(module);
 
     py::module_ nodes = module.def_submodule("nodes");
     nodes.attr("ARGUMENTS") = py::dict();

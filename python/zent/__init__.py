@@ -2,13 +2,15 @@
 
 `zent.nodes` has a function for each node, by the node's name; Mesh, Curve, Surface and Lattice are the shapes that they
 take. Angles are radians; a matrix is (4, 4), row by row as Maya prints it. `zent.check` holds a manifest's records
-against the node functions, and `zent.read_results` reads what a run wrote.
+against the node functions, and `zent.read_results` reads what a run wrote; `zent.Manifest` and `zent.Resource` write its
+files.
 """
 import copyreg
 import enum
 
 from . import nodes
 from ._zent import Curve, Error, Lattice, Mesh, Surface, __version__
+from .files import Block, Manifest, Resource, methods
 from .nodes import skin
 from .program import Program, compile_expression
 from .results import CheckError, Record, Results, Statistics, check, read_results
@@ -29,5 +31,6 @@ copyreg.pickle(Curve, lambda s: (Curve, (s.points, s.degree, s.form, s.knots, s.
 copyreg.pickle(Surface, lambda s: (Surface, (s.points, s.degrees, s.forms, s.knots_u, s.knots_v, s.matrix)))
 copyreg.pickle(Lattice, lambda s: (Lattice, (s.points, s.divisions, s.matrix)))
 
-__all__ = ["CheckError", "Curve", "Error", "Lattice", "Mesh", "Program", "Record", "Results", "RotateOrder",
-           "Statistics", "Surface", "check", "compile_expression", "nodes", "read_results", "skin"]
+__all__ = ["Block", "CheckError", "Curve", "Error", "Lattice", "Manifest", "Mesh", "Program", "Record", "Resource", "Results",
+           "RotateOrder", "Statistics", "Surface", "check", "compile_expression", "methods", "nodes", "read_results",
+           "skin"]

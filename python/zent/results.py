@@ -136,26 +136,39 @@ def _program(program):
                      "zentcheck was not found: put it in the path, or name it by the variable ZENTCHECK")
 
 
+def _as_files(manifest, resource, folder):
+    """Files of what is none yet. The resource file of a Manifest is that of its Resource, unless another one is told."""
+    if resource is None:
+        resource = getattr(manifest, "resource", None)
+    if not isinstance(manifest, (str, os.PathLike)):
+        text = manifest.text() if hasattr(manifest, "text") else json.dumps(manifest)
+        manifest = os.path.join(folder, "manifest.json")
+        with open(manifest, "w", encoding="utf-8") as file:
+            file.write(text)
+    if hasattr(resource, "write"):
+        given, resource = resource, os.path.join(folder, "resource.bin")
+        given.write(resource)
+    return manifest, resource
+
+
 def check(manifest, resource=None, scene=None, epsilon=None, *, relative=None, warn=None, skip=(), namespace=None,
-          ignore_deformer=False, stop_on_first_error=False, results=None, program=None, timeout=None):
+          ignore_deformer=False, stop_on_first_error=False, results=None, program=None, timeout=None,
+          scene_resource=None):
     """Holds the records of a manifest against the node functions, and returns the Results.
 
-    `manifest` is a file or a list of records, `resource` its file of large values, `scene` the scene that its plugs are
-    read from. `results` names the file that the run writes, and keeps it; without it there is a temporary one. Runs the
+    `manifest` is a file, a Manifest or a list of records, `resource` its file of large values or a Resource, `scene` the
+    scene that its plugs are read from, and `scene_resource` the resource file of its geometry where that is another one. `results` names the file that the run writes, and keeps it; without it there is a temporary one. Runs the
     program zentcheck, so that no run can harm this process: `program`, the variable ZENTCHECK, or the one that was built
     or installed with this package. Raises CheckError where the run fails, with what zentcheck said.
     """
     with tempfile.TemporaryDirectory() as folder:
-        if not isinstance(manifest, (str, os.PathLike)):
-            text, manifest = json.dumps(manifest), os.path.join(folder, "manifest.json")
-            with open(manifest, "w", encoding="utf-8") as file:
-                file.write(text)
+        manifest, resource = _as_files(manifest, resource, folder)
         written = os.path.join(folder, "results.jsonl") if results is None else os.fspath(results)
         command = [_program(program), "--quiet", "--results", written,
                    "--ignore-deformer", str(ignore_deformer).lower(),
                    "--stop-on-first-error", str(stop_on_first_error).lower()]
         for option, value in (("--epsilon", epsilon), ("--relative", relative), ("--warn", warn), ("--scene", scene),
-                              ("--namespace", namespace), ("--skip", ";".join(skip) or None)):
+                              ("--scene-resource", scene_resource), ("--namespace", namespace), ("--skip", ";".join(skip) or None)):
             if value is not None:
                 command += [option, os.fspath(value) if isinstance(value, os.PathLike) else str(value)]
         command += ["--", os.fspath(manifest)] + ([os.fspath(resource)] if resource is not None else [])

@@ -3,9 +3,6 @@ runs of the check, and the stub."""
 import copy
 import doctest
 import inspect
-import json
-import os
-import pathlib
 import pickle
 import random
 import subprocess
@@ -16,40 +13,11 @@ import numpy as np
 import pytest
 
 import zent
+from conftest import ARM, HERE, METHODS, RECORDS, ROOT, arguments_of
 from zent import nodes
 
-HERE = pathlib.Path(__file__).parent
-ARM = HERE.parent.parent / "examples/arm"
 IDENTITY = np.eye(4)
-RECORDS = json.loads((HERE / "records.json").read_text())
-
-
-def listed_methods():
-    text = subprocess.run([os.environ["ZENTCHECK"], "--list-methods", "--json"], stdout=subprocess.PIPE, check=True)
-    return json.loads(text.stdout)["methods"]
-
-
-METHODS = {method["name"]: method for method in listed_methods()}
 KINDS = {"Mesh", "Curve", "Surface", "Lattice"}
-
-
-def arguments_of(record):
-    """The keyword arguments that a record's entries come to."""
-    method, given = METHODS[record["method"]], {}
-    for number, (name, info) in enumerate(zip(nodes.ARGUMENTS[record["method"]], method["arguments"])):
-        entries = [entry for entry in record["arguments"] if entry["attribute"] == number]
-        values = [entry["value"] for entry in entries]
-        if "{}{}" in info["type"]:
-            given[name] = {tuple(entry["indices"][:2]): entry["value"] for entry in entries}
-        elif "{}" in info["type"]:
-            given[name] = {entry["indices"][0]: entry["value"] for entry in entries}
-        elif "[]" in info["type"]:
-            given[name] = values
-        elif info["type"] in ("Int", "Bool") or name.startswith("unused"):
-            given[name] = int(values[0])
-        else:
-            given[name] = values[0]
-    return given
 
 
 @pytest.mark.parametrize("record", RECORDS, ids=lambda record: record["node_name"])
@@ -298,12 +266,11 @@ def test_expressions():
 
 
 def test_the_stub_is_that_of_the_bindings():
-    root = HERE.parent.parent
-    made = subprocess.run([sys.executable, root / "scripts/python-stub"], stdout=subprocess.PIPE, check=True, text=True).stdout
-    assert made == (root / "python/zent/nodes.pyi").read_text()
+    made = subprocess.run([sys.executable, ROOT / "scripts/python-stub"], stdout=subprocess.PIPE, check=True, text=True).stdout
+    assert made == (ROOT / "python/zent/nodes.pyi").read_text()
 
 
 @pytest.mark.parametrize("document", ["README.md", "docs/python.md"])
 def test_the_documents_examples(document):
-    failed, tried = doctest.testfile(str(HERE.parent.parent / document), module_relative=False)
+    failed, tried = doctest.testfile(str(ROOT / document), module_relative=False)
     assert failed == 0 and tried > 2

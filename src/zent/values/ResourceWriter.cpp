@@ -114,13 +114,18 @@ unsigned int ResourceWriter::add(const std::vector<Value>& constants) {
     return addBytes(std::move(bytes));
 }
 
-std::string ResourceWriter::bytes() const {
+std::string ResourceWriter::table() const {
     std::uint64_t offset = sizeof(std::uint64_t) * (blocks_.size() + 2);
-    std::string file = image(std::uint64_t{blocks_.size()}, offset);
+    std::string table = image(std::uint64_t{blocks_.size()}, offset);
     for (const std::string& block : blocks_) {
         offset += block.size();
-        file += image(offset);
+        table += image(offset);
     }
+    return table;
+}
+
+std::string ResourceWriter::bytes() const {
+    std::string file = table();
     for (const std::string& block : blocks_) {
         file += block;
     }
@@ -128,9 +133,11 @@ std::string ResourceWriter::bytes() const {
 }
 
 void ResourceWriter::write(const std::string& path) const {
-    const std::string file = bytes();
     std::ofstream stream(path, std::ios::binary);
-    stream.write(file.data(), static_cast<std::streamsize>(file.size()));
+    stream << table();
+    for (const std::string& block : blocks_) {
+        stream.write(block.data(), static_cast<std::streamsize>(block.size()));
+    }
     stream.close();
     if (!stream) {
         fail("cannot write resource file \"" + path + "\"");

@@ -34,6 +34,8 @@ public:
     void write(const std::string& path) const;
 
 private:
+    std::string table() const;
+
     std::vector<std::string> blocks_;
 };
 
