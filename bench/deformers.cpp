@@ -14,7 +14,7 @@
 #include "zent/values/Port.h"
 #include "zent/values/resource.h"
 
-#include "tools/ResourceWriter.h"
+#include "zent/values/ResourceWriter.h"
 
 #include <benchmark/benchmark.h>
 

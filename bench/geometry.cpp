@@ -4,7 +4,7 @@
 #include "zent/geometry/nurbs.h"
 #include "zent/values/resource.h"
 
-#include "tools/ResourceWriter.h"
+#include "zent/values/ResourceWriter.h"
 
 #include <benchmark/benchmark.h>
 

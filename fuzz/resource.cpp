@@ -4,9 +4,9 @@
 
 #include "tools/Disassemble.h"
 #include "tools/ListResources.h"
-#include "tools/ResourceWriter.h"
 #include "zent/geometry/shapes.h"
 #include "zent/values/resource.h"
+#include "zent/values/ResourceWriter.h"
 
 #include <algorithm>
 #include <cstdlib>

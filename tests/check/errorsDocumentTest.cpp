@@ -2,9 +2,9 @@
 #include "documentedErrors.h"
 #include "tools/Disassemble.h"
 #include "tools/ListResources.h"
-#include "tools/ResourceWriter.h"
 #include "zent/proxies/Registry.h"
 #include "zent/values/resource.h"
+#include "zent/values/ResourceWriter.h"
 
 #include <filesystem>
 #include <iostream>

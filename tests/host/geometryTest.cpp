@@ -1,6 +1,6 @@
 #include "host/openScene.h"
-#include "tools/ResourceWriter.h"
 #include "zent/values/Port.h"
+#include "zent/values/ResourceWriter.h"
 #include "zent/values/Select.h"
 
 #include <maya/MFnMesh.h>

@@ -2,8 +2,8 @@
 #include "documentedErrors.h"
 #include "host/openScene.h"
 #include "scene/sceneFile.h"
-#include "tools/ResourceWriter.h"
 #include "zent/values/Port.h"
+#include "zent/values/ResourceWriter.h"
 
 #include <maya/MPlug.h>
 

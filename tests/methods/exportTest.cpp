@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <set>
 
 namespace zent {
@@ -123,11 +124,12 @@ const Case kCases[] = {
       {R"({"n": {"inputMin": null}})", "it has no plug inputMin"}}},
     {"animCurve",
      R"({"time1": {"type": "time", "outTime": {"time": 0}}, "n": {"type": "animCurveTL", "input": {"time": 0}, "output": 1, "preInfinity": 0, "postInfinity": 4,
-        "weightedTangents": false, "keyTimeValue": {"multi": [{"compound": {"keyTime": {"time": 0}, "keyValue": 1}}]}, "keyTanInX": {"multi": [1]}, "keyTanInY": {"multi": [0]},
-        "keyTanInType": {"multi": [1]}, "keyTanOutX": {"multi": [1]}, "keyTanOutY": {"multi": [0]}, "keyTanOutType": {"multi": [1]}}})",
+        "weightedTangents": false, "keyTimeValue": {"multi": [{"compound": {"keyTime": {"time": 0}, "keyValue": 1}}]}, "keyTanInType": {"multi": [3]}, "keyTanOutType": {"multi": [3]}}})",
      "[]",
      {{R"({"n": {"postInfinity": 5}})", "postInfinity is 5, not 0 or 1 or 3 or 4: oscillates"},
-      {R"({"n": {"keyTanInY": null}})", "not all tangents are stored in keyTanInY: make them fixed"},
+      {R"({"n": {"keyTanOutType": {"multi": [9]}}})", "the out tangent of key 0 is not known"},
+      {R"({"n": {"keyTimeValue": {"multi": {}, "element": {"compound": {"keyTime": {"time": 0}, "keyValue": 0}}}}})",
+       "keyTimeValue is empty: no key"},
       {R"({"time1": {"type": "other"}})", "the scene has no node that tells the time"}}},
     {"composeMatrix",
      R"({"n": {"type": "composeMatrix", "inputTranslate": [0,0,0], "inputRotate": [{"angle": 0},{"angle": 0},{"angle": 0}], "inputRotateOrder": 0, "inputScale": [1,1,1],
@@ -300,6 +302,40 @@ TEST_F(ExportTest, EachGuardLeavesOutANodeThatViolatesIt) {
             EXPECT_NE(bad.notes.find(reason), std::string::npos) << row.method << " " << patch << "\n" << bad.notes;
         }
     }
+}
+
+// A spline whose tangents are stored, and keys whose tangents follow from their types.
+TEST_F(ExportTest, TangentsBecomeNumbers) {
+    const auto key = [](double time, double angle) {
+        return json{{"compound", {{"keyTime", {{"time", time}}}, {"keyValue", {{"angle", angle}}}}}};
+    };
+    const json curve{
+        {"type", "animCurveTA"},
+        {"input", {{"time", 0}}},
+        {"output", {{"angle", 0}}},
+        {"preInfinity", 1},
+        {"postInfinity", 0},
+        {"weightedTangents", true},
+        {"keyTimeValue", {{"multi", {{"2", key(0, 0)}, {"3", key(10, 90)}, {"5", key(30, 45)}, {"9", key(40, 45)}}}}},
+        {"keyTanInType", {{"multi", {{"2", 2}, {"3", 9}, {"5", 3}, {"9", 17}}}}},
+        {"keyTanOutType", {{"multi", {{"2", 2}, {"3", 5}, {"5", 2}, {"9", 2}}}}},
+        {"keyTanInX", {{"multi", {{"3", 10}}}}},
+        {"keyTanInY", {{"multi", {{"3", 180}}}}}};
+    const Exported result =
+        exported({{"n", curve}, {"time1", {{"type", "time"}, {"outTime", {{"time", 0}}}}}}, json::array());
+    ASSERT_EQ(result.manifest.size(), 1U) << result.notes;
+    std::map<int, std::vector<double>> numbers;
+    for (const json& entry : result.manifest[0]["arguments"]) {
+        if (entry.contains("value")) {
+            numbers[entry["attribute"]].push_back(entry["value"]);
+        }
+    }
+    constexpr double kPi = 3.141592653589793;
+    const std::map<int, std::vector<double>> expected{{3, {10, 10, 20, 0}},    {4, {kPi / 2, kPi, 0, 0}},
+                                                      {5, {2, 1, 1, 17}},      {6, {10, 0, 10, 10}},
+                                                      {7, {kPi / 2, 0, 0, 0}}, {8, {2, 5, 2, 2}}};
+    EXPECT_EQ(numbers, expected);
+    EXPECT_NE(result.notes.find("animCurve: its plugs were not confirmed in Maya"), std::string::npos);
 }
 
 TEST_F(ExportTest, TakesTheNodesAndMethodsThatAreAsked) {

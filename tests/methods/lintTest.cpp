@@ -2,7 +2,7 @@
 
 #include "maya/Scene.h"
 #include "scene/sceneFile.h"
-#include "tools/ResourceWriter.h"
+#include "zent/values/ResourceWriter.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "tools/ResourceWriter.h"
 #include "zent/proxies/Proxy.h"
 #include "zent/proxies/Registry.h"
 #include "zent/values/Compare.h"
 #include "zent/values/Port.h"
 #include "zent/values/resource.h"
+#include "zent/values/ResourceWriter.h"
 
 #include <gtest/gtest.h>
 

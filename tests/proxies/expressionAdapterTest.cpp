@@ -1,10 +1,10 @@
 #include "adapters.h"
 
 #include "tools/Disassemble.h"
-#include "tools/ResourceWriter.h"
 #include "zent/expression/Assembly.h"
 #include "zent/values/Compare.h"
 #include "zent/values/resource.h"
+#include "zent/values/ResourceWriter.h"
 
 #include <gtest/gtest.h>
 

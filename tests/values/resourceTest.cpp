@@ -1,7 +1,7 @@
 #include "zent/values/resource.h"
 
 #include "tools/ListResources.h"
-#include "tools/ResourceWriter.h"
+#include "zent/values/ResourceWriter.h"
 
 #include <gtest/gtest.h>
 

@@ -15,6 +15,8 @@ public:
     double asRadians() const { return as(kRadians); }
     double asDegrees() const { return as(kDegrees); }
     double as(Unit unit) const;
+    /// What the user interface shows: degrees.
+    static Unit uiUnit() { return kDegrees; }
 
 private:
     double value_ = 0.0;

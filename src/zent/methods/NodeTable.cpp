@@ -74,6 +74,7 @@ Source readSource(std::string text) {
     Source source;
     if (text.front() == '{') {
         source.kind = Source::Kind::reader;
+        source.isDoubtful = takeEnd(text, "?");
         source.ascends = takeEnd(text, ":asc");
         source.text = readFunction(text, source.plugs);
         return source;
@@ -194,7 +195,7 @@ std::string Source::inWords() const {
     case Kind::literal:
         return "= " + text;
     case Kind::reader:
-        return "from " + text;
+        return "from " + text + doubt;
     case Kind::plug:
         break;
     }

@@ -104,16 +104,6 @@ Problem isVector(const Context& context, const Plugs& plugs) {
     return unless(isVectorInput(context, plugs[0]), "its input is a number");
 }
 
-Problem tangentsAreStored(const Context& context, const Plugs&) {
-    const std::size_t keys = indicesOf(context.plug("keyTimeValue")).size();
-    for (const char* multi : {"keyTanInX", "keyTanInY", "keyTanInType", "keyTanOutX", "keyTanOutY", "keyTanOutType"}) {
-        if (indicesOf(context.plug(multi)).size() != keys) {
-            return fmt::format("not all tangents are stored in {}: make them fixed", multi);
-        }
-    }
-    return {};
-}
-
 Problem restPosition(const Context& context, const Plugs& plugs) {
     double sum = 0.0;
     for (const FoundPlug& weight : findPlugs(context.node, plugs[0], 0)) {
@@ -267,7 +257,6 @@ using Function = Problem (*)(const Context& context, const Plugs& plugs);
 const std::map<std::string, Function> kFunctions = {
     {"isNumber", isNumber},
     {"isVector", isVector},
-    {"tangentsAreStored", tangentsAreStored},
     {"restPosition", restPosition},
     {"pairBlendOrder", pairBlendOrder},
     {"atMostTwoJoints", atMostTwoJoints},

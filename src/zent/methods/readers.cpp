@@ -7,7 +7,9 @@
 
 #include <fmt/format.h>
 
+#include <maya/MAngle.h>
 #include <maya/MDataHandle.h>
+#include <maya/MFnAnimCurve.h>
 #include <maya/MFnComponentListData.h>
 #include <maya/MFnDagNode.h>
 #include <maya/MFnDependencyNode.h>
@@ -23,6 +25,7 @@
 #include <maya/MPointArray.h>
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 #include <set>
 
@@ -342,6 +345,57 @@ Entries curveInput(const Context& context, const Source&) {
     return {{{}, "", context.names.plugName(findPlug(timeNode(context), "outTime", 0))}};
 }
 
+/// What a curve has for each of its keys, which must be those that its plugs tell.
+template <class Read>
+Entries forEachKey(const Context& context, Read&& read) {
+    const MFnAnimCurve curve(context.node.object());
+    const unsigned int keys = curve.numKeys();
+    if (keys != indicesOf(context.plug("keyTimeValue")).size()) {
+        throw LeftOut(fmt::format("it has {} keys, and other elements of keyTimeValue", keys));
+    }
+    std::vector<decltype(read(curve, 0))> values;
+    for (unsigned int key = 0; key < keys; ++key) {
+        values.push_back(read(curve, key));
+    }
+    return literals(values);
+}
+
+/// Most tangents follow from a key's neighbours, and no plug holds them.
+template <bool isIn, bool isY>
+Entries tangents(const Context& context, const Source&) {
+    return forEachKey(context, [](const MFnAnimCurve& curve, unsigned int key) {
+        MFnAnimCurve::TangentValue x = 0;
+        MFnAnimCurve::TangentValue y = 0;
+        if (curve.getTangent(key, x, y, isIn).error() || !std::isfinite(x) || !std::isfinite(y)) {
+            throw LeftOut(fmt::format("the {} tangent of key {} is not known", isIn ? "in" : "out", key));
+        }
+        const MFnAnimCurve::AnimCurveType type = curve.animCurveType();
+        const bool isAngle = type == MFnAnimCurve::kAnimCurveTA || type == MFnAnimCurve::kAnimCurveUA;
+        return !isY ? x : isAngle ? MAngle(y, MAngle::uiUnit()).asRadians() : y; // as keys' values are read
+    });
+}
+
+/// The number that the method knows a type of tangents by: that of the attribute, not of the function set.
+int tangentNumber(MFnAnimCurve::TangentType type) {
+    switch (type) {
+    case MFnAnimCurve::kTangentLinear:
+        return 2;
+    case MFnAnimCurve::kTangentStep:
+        return 5;
+    case MFnAnimCurve::kTangentStepNext:
+        return 17;
+    default: // a cubic, by its tangents alone
+        return 1;
+    }
+}
+
+template <bool isIn>
+Entries tangentTypes(const Context& context, const Source&) {
+    return forEachKey(context, [](const MFnAnimCurve& curve, unsigned int key) {
+        return tangentNumber(isIn ? curve.inTangentType(key) : curve.outTangentType(key));
+    });
+}
+
 /// The text of an expression, with a name for each slot: as the text writes it, or that of the plug.
 struct ExpressionSlots {
     std::string text;
@@ -468,6 +522,12 @@ const std::map<std::string, Reader> kReaders = {
     {"wireBindings", wireBindings},
     {"restCurve", restCurve},
     {"curveInput", curveInput},
+    {"inTangentX", tangents<true, false>},
+    {"inTangentY", tangents<true, true>},
+    {"inTangentType", tangentTypes<true>},
+    {"outTangentX", tangents<false, false>},
+    {"outTangentY", tangents<false, true>},
+    {"outTangentType", tangentTypes<false>},
     {"expressionInputs", expressionInputs},
     {"expressionCode", expressionCode},
     {"expressionConstants", expressionConstants},

@@ -8,7 +8,7 @@
 //               walk>plug                  of each node that a walk leads to
 //               =1                         a literal
 //               plug|1                     a plug, or a literal on nodes that lack it
-//               {reader plug plug}         a function, and what it reads
+//               {reader plug plug}         a function, and what it reads; with a "?", in units that were not confirmed
 //               :rad :asc                  an angle; a list that must ascend
 //   indices     [*] all in use, in order   [#] all in use, and the entry tells which     [g] of the deformer's geometry
 //               [.] the only one
@@ -92,10 +92,9 @@ const WrittenRow kWrittenRows[] = {
     {"unitConversion3D", "unitConversion", "output", "input; conversionFactor", "if {isVector input}"},
     {"quatToEuler", "quatToEuler", "outputRotate", "inputQuat", "inputRotateOrder=0"},
     {"animCurve", "animCurveTL; animCurveTA; animCurveTT; animCurveTU; animCurveUL; animCurveUA; animCurveUT; animCurveUU", "output",
-     "{curveInput input}; keyTimeValue[*].keyTime:asc; keyTimeValue[*].keyValue; keyTanInX[*]; keyTanInY[*]; keyTanInType[*]; "
-     "keyTanOutX[*]; keyTanOutY[*]; keyTanOutType[*]; preInfinity; postInfinity; weightedTangents",
-     "#keyTimeValue>0 (no key); preInfinity=0,1,3,4 (oscillates); postInfinity=0,1,3,4 (oscillates); "
-     "{tangentsAreStored keyTanInX[*]}"},
+     "{curveInput input}; keyTimeValue[*].keyTime:asc; keyTimeValue[*].keyValue; {inTangentX}?; {inTangentY}?; {inTangentType}; "
+     "{outTangentX}?; {outTangentY}?; {outTangentType}; preInfinity; postInfinity; weightedTangents",
+     "#keyTimeValue>0 (no key); preInfinity=0,1,3,4 (oscillates); postInfinity=0,1,3,4 (oscillates)"},
     {"expression", "expression", "output[*]", "{expressionInputs input[*] time frame}; {expressionCode expression}; {expressionConstants}", ""},
     // ---- matrices, transforms, joints
     {"composeMatrix", "composeMatrix", "outputMatrix", "inputTranslate; inputRotate:rad; inputRotateOrder; inputScale",
