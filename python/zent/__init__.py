@@ -3,7 +3,7 @@
 `zent.nodes` has a function for each node, by the node's name; Mesh, Curve, Surface and Lattice are the shapes that they
 take. Angles are radians; a matrix is (4, 4), row by row as Maya prints it. `zent.check` holds a manifest's records
 against the node functions, and `zent.read_results` reads what a run wrote; `zent.Manifest` and `zent.Resource` write its
-files.
+files. `zent.Rig` evaluates a manifest as one rig.
 """
 import copyreg
 import enum
@@ -14,6 +14,7 @@ from .files import Block, Manifest, Resource, methods
 from .nodes import skin
 from .program import Program, compile_expression
 from .results import CheckError, Record, Results, Statistics, check, read_results
+from .rig import Plug, Rig, RigRecord
 
 
 class RotateOrder(enum.IntEnum):
@@ -31,6 +32,6 @@ copyreg.pickle(Curve, lambda s: (Curve, (s.points, s.degree, s.form, s.knots, s.
 copyreg.pickle(Surface, lambda s: (Surface, (s.points, s.degrees, s.forms, s.knots_u, s.knots_v, s.matrix)))
 copyreg.pickle(Lattice, lambda s: (Lattice, (s.points, s.divisions, s.matrix)))
 
-__all__ = ["Block", "CheckError", "Curve", "Error", "Lattice", "Manifest", "Mesh", "Program", "Record", "Resource", "Results",
-           "RotateOrder", "Statistics", "Surface", "check", "compile_expression", "methods", "nodes", "read_results",
-           "skin"]
+__all__ = ["Block", "CheckError", "Curve", "Error", "Lattice", "Manifest", "Mesh", "Plug", "Program", "Record", "Resource",
+           "Results", "Rig", "RigRecord", "RotateOrder", "Statistics", "Surface", "check", "compile_expression", "methods",
+           "nodes", "read_results", "skin"]
