@@ -231,6 +231,7 @@ def main(folder):
         write("run", record.method, [record.literal], b"", record.resource())
         write("run", record.method + "-plugs", [record.plugs], scene, record.resource())
         write("scene", record.method, scene, record.resource())
+        write("manifest", record.method, b"?" + json.dumps([record.literal, record.plugs]).encode())
     resources = file_of(list(BLOCKS.values()))
     write("compileExpression", "arm", (ROOT / "examples/arm/muscle.mel").read_bytes())
     for i, program in enumerate(EXPRESSIONS):

@@ -2,6 +2,7 @@
 #include "documentedErrors.h"
 #include "tools/Disassemble.h"
 #include "tools/ListResources.h"
+#include "zent/check/readManifest.h"
 #include "zent/proxies/Registry.h"
 #include "zent/values/resource.h"
 #include "zent/values/ResourceWriter.h"
@@ -9,6 +10,7 @@
 #include <filesystem>
 #include <iostream>
 #include <regex>
+#include <sstream>
 
 namespace zent::test {
 namespace {
@@ -164,6 +166,12 @@ TEST_F(ErrorsDocument, QuotesWhatRunsTell) {
     told.push_back(toldBy([&] { load(number(1) + number(0) + number(900000000)); }));
     told.push_back(toldBy([&] { load(number(std::uint64_t{1} << 60)); }));
     told.push_back(toldBy([] { listResources("/no/such/file", std::cout); }));
+    told.push_back(toldBy([] {
+        std::stringstream file("[1, 2]");
+        Manifest manifest(file, 2);
+        file.str("[1");
+        manifest.forEach([](json&&) { return true; });
+    }));
     ResourceWriter large;
     large.add(Mesh(1U << 20));
     large.write(path_);
