@@ -1,6 +1,7 @@
 #include "zent/results/ResultsWriter.h"
 
 #include <fcntl.h>
+#include <fmt/compile.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -54,8 +55,14 @@ void putJson(Buffer& line, std::string_view key, const json* value) {
 }
 
 void putNumber(Buffer& line, double value) {
-    // Nine digits tell every float from all others.
-    fmt::format_to(std::back_inserter(line), std::isfinite(value) ? "{:.9g}" : "\"Infinity\"", value);
+    if (value == 0.0) { // what most differences are
+        line.push_back('0');
+    } else if (std::isfinite(value)) {
+        // Nine digits tell every float from all others.
+        fmt::format_to(std::back_inserter(line), FMT_COMPILE("{:.9g}"), value);
+    } else {
+        put(line, "\"Infinity\"");
+    }
 }
 
 void putCount(Buffer& line, std::string_view key, std::uint64_t count) {
@@ -225,7 +232,7 @@ void ResultsWriter::write(const RecordLine& record) {
         put(line_, ",\"warning\":true");
     }
     putKey(line_, "seconds");
-    fmt::format_to(std::back_inserter(line_), "{:.3g}", record.seconds);
+    fmt::format_to(std::back_inserter(line_), FMT_COMPILE("{:.3g}"), record.seconds);
     if (!record.error.empty()) {
         putKey(line_, "error");
         putText(line_, record.error);
