@@ -56,6 +56,13 @@ TEST(SnapshotTest, TheExampleGivesItsLog) {
     EXPECT_EQ(expectOneLog(kArm + "scene.json", kArm + "faults.json " + kArm + "resource.bin").status, 1);
 }
 
+TEST(SnapshotTest, ARigOfEveryMethodGivesItsLog) {
+    const std::string scene = std::string(ZENT_EXAMPLES) + "/puppets/scene.json";
+    const std::string made = writeFile("made.json", "") + " " + writeFile("made.bin", "");
+    ASSERT_EQ(zentcheck("--scene " + scene + " --make-manifest " + made).status, 0);
+    EXPECT_EQ(expectOneLog(scene, made).status, 0);
+}
+
 TEST(SnapshotTest, EachKindOfPlugGivesItsLog) {
     const std::string scene = writeFile("scene.json", R"({"nodes": {
         "a": {"c": {"compound": {"x": 1, "y": {"number": 0.1, "short": "sy", "alias": "why"}}}, "x": 3.1,

@@ -104,6 +104,19 @@ Problem isVector(const Context& context, const Plugs& plugs) {
     return unless(isVectorInput(context, plugs[0]), "its input is a number");
 }
 
+Problem onlyRotates(const Context& context, const Plugs& plugs) {
+    constexpr float kEven = 1e-4f;
+    const mat4 matrix = mat4_value(context.requiredPlug(plugs[0]));
+    for (int i = 0; i < 3; ++i) {
+        for (int j = 0; j <= i; ++j) {
+            if (!(std::abs(glm::dot(vec3(matrix[i]), vec3(matrix[j])) - (i == j ? 1.0f : 0.0f)) < kEven)) {
+                return plugs[0] + " has scale or shear, which the method leaves in";
+            }
+        }
+    }
+    return {};
+}
+
 Problem restPosition(const Context& context, const Plugs& plugs) {
     double sum = 0.0;
     for (const FoundPlug& weight : findPlugs(context.node, plugs[0], 0)) {
@@ -257,6 +270,7 @@ using Function = Problem (*)(const Context& context, const Plugs& plugs);
 const std::map<std::string, Function> kFunctions = {
     {"isNumber", isNumber},
     {"isVector", isVector},
+    {"onlyRotates", onlyRotates},
     {"restPosition", restPosition},
     {"pairBlendOrder", pairBlendOrder},
     {"atMostTwoJoints", atMostTwoJoints},

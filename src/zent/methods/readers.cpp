@@ -294,6 +294,26 @@ Entries members(const Context& context, const Source&) {
     return {block(context, points)};
 }
 
+/// A cluster's weights. One that no plug has is 1, also of a point that the cluster does not move: such a point has 0.
+Entries memberWeights(const Context& context, const Source&) {
+    const Members members = membersOf(context);
+    const MPlug input = context.requiredPlug("input[g].inputGeometry");
+    const std::size_t count = members.areAll ? 0 : pointsAt(input, shapeKind(input)).points.size();
+    Entries entries;
+    std::set<unsigned int> told(members.points.begin(), members.points.end());
+    for (const FoundPlug& weight : findPlugs(context.node, "weightList[g].weights[#]", context.geometry)) {
+        if (members.areAll || told.count(weight.indices.front()) != 0) {
+            entries.push_back({weight.indices, "", context.names.plugName(weight.plug)});
+        }
+    }
+    for (unsigned int point = 0; point < count; ++point) {
+        if (told.count(point) == 0) {
+            entries.push_back({{point}, "0", ""});
+        }
+    }
+    return entries;
+}
+
 mat3 frameAlong(vec3 tangent) {
     const vec3 along = glm::normalize(tangent);
     const vec3 away = std::abs(along.x) < 0.6f ? vec3(1, 0, 0) : vec3(0, 1, 0);
@@ -519,6 +539,7 @@ const std::map<std::string, Reader> kReaders = {
     {"targetDeltas", targetDeltas},
     {"targetWeights", targetWeights},
     {"members", members},
+    {"memberWeights", memberWeights},
     {"wireBindings", wireBindings},
     {"restCurve", restCurve},
     {"curveInput", curveInput},

@@ -506,15 +506,18 @@ void SceneRecorder::addSource(Part& part, bool asSourceMesh) {
     }
     const MObject data = part.plug.asMDataHandle().data();
     part.isPlaceholder = asSourceMesh && data.apiType() == MFn::kMeshData;
-    const MPlug source = part.plug.source();
-    if (!(data.isNull() || part.isPlaceholder) ||
-        !connections_.emplace(fullNameOf(source), fullNameOf(part.plug)).second) {
+    if (!data.isNull() && !part.isPlaceholder) {
         return;
     }
+    const MPlug source = part.plug.source();
+    connections_.emplace(fullNameOf(source), fullNameOf(part.plug));
     Part& above = add(source);
+    const bool isKnown = above.isWhole && (above.hasTopology || !asSourceMesh);
     above.isWhole = true;
     above.hasTopology = above.hasTopology || asSourceMesh;
-    addSource(above, asSourceMesh);
+    if (!isKnown) {
+        addSource(above, asSourceMesh);
+    }
 }
 
 void SceneRecorder::addConnections() {
