@@ -285,7 +285,9 @@ void Numbers::settle(const Call& call, std::size_t argument, const Layout& layou
 
 // ---- results --------------------------------------------------------------------------------------------------------
 
-py::object newArray(const Layout& layout, const std::size_t* rows, const std::size_t* entries, void*& data) {
+namespace {
+
+std::vector<py::ssize_t> shapeOf(const Layout& layout, const std::size_t* rows, const std::size_t* entries) {
     std::vector<py::ssize_t> shape;
     for (const std::size_t* size : {rows, entries}) {
         if (size != nullptr) {
@@ -295,13 +297,30 @@ py::object newArray(const Layout& layout, const std::size_t* rows, const std::si
     for (std::size_t i = 0; i < layout.rank; ++i) {
         shape.push_back(static_cast<py::ssize_t>(layout.size[i]));
     }
-    py::array array(py::dtype(layout.number == Number::single    ? "f4"
-                              : layout.number == Number::integer ? "i4"
-                              : layout.number == Number::counter ? "u4"
-                                                                 : "?"),
-                    shape);
+    return shape;
+}
+
+py::dtype typeOf(const Layout& layout) {
+    return py::dtype(layout.number == Number::single    ? "f4"
+                     : layout.number == Number::integer ? "i4"
+                     : layout.number == Number::counter ? "u4"
+                                                        : "?");
+}
+
+} // namespace
+
+py::object newArray(const Layout& layout, const std::size_t* rows, const std::size_t* entries, void*& data) {
+    py::array array(typeOf(layout), shapeOf(layout, rows, entries));
     data = array.mutable_data();
     return std::move(array);
+}
+
+py::object arrayOver(const Layout& layout, const std::size_t* rows, const std::size_t* entries,
+                     std::unique_ptr<unsigned char[]> data) {
+    unsigned char* const memory = data.get();
+    const py::capsule owner(memory, [](void* held) { delete[] static_cast<unsigned char*>(held); });
+    (void)data.release();
+    return py::array(typeOf(layout), shapeOf(layout, rows, entries), memory, owner);
 }
 
 py::object toPython(Number number, const void* data) {

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -123,6 +124,9 @@ private:
 
 /// A new array; `rows` and `entries` where it has such dimensions.
 py::object newArray(const Layout& layout, const std::size_t* rows, const std::size_t* entries, void*& data);
+/// The same over memory that is filled already, which it keeps.
+py::object arrayOver(const Layout& layout, const std::size_t* rows, const std::size_t* entries,
+                     std::unique_ptr<unsigned char[]> data);
 /// One number as Python has it.
 py::object toPython(Number number, const void* data);
 

@@ -113,18 +113,20 @@ struct Source<T, std::enable_if_t<List<T>::is>> {
     void settle(const Call& call, std::size_t argument) {
         numbers.settle(call, argument, List<T>::layout);
         if (numbers.isRepeated()) {
-            fill(0);
+            fill(0, list);
         }
     }
     T take(std::size_t row) {
-        if (!numbers.isRepeated()) {
-            fill(row);
+        if (numbers.isRepeated()) {
+            return list;
         }
-        return list;
+        T fresh{};
+        fill(row, fresh);
+        return fresh;
     }
     const T& view(std::size_t row) {
         if (!numbers.isRepeated()) {
-            fill(row);
+            fill(row, list);
         }
         return list;
     }
@@ -133,17 +135,17 @@ struct Source<T, std::enable_if_t<List<T>::is>> {
     T list{};
 
 private:
-    void fill(std::size_t row) {
+    void fill(std::size_t row, T& to) const {
         using Item = typename List<T>::Item;
         const unsigned char* from = numbers.at(row);
         if constexpr (std::is_same_v<T, std::vector<bool>>) {
-            list.assign(from, from + numbers.entries());
+            to.assign(from, from + numbers.entries());
         } else {
             if constexpr (List<T>::layout.least != List<T>::layout.most) {
-                list.resize(numbers.entries());
+                to.resize(numbers.entries());
             }
             if (numbers.entries() != 0) {
-                std::memcpy(static_cast<void*>(list.data()), from, numbers.entries() * sizeof(Item));
+                std::memcpy(static_cast<void*>(to.data()), from, numbers.entries() * sizeof(Item));
             }
         }
     }
@@ -256,21 +258,41 @@ struct Sink<quat, void> : Sink<vec4> {
     void set(std::size_t row, const quat& q) { Sink<vec4>::set(row, vec4(q.x, q.y, q.z, q.w)); }
 };
 
-/// Rows of fewer entries than others are filled with 0.
+/// Rows go straight into the result's memory, as wide as the first one. Where they differ, they are kept one after the
+/// other, and those of fewer entries than others are filled with 0.
 template <class T>
 struct Sink<T, std::enable_if_t<List<T>::is>> {
     using Item = typename List<T>::Item;
 
-    void start(const Call& call) { counts.reserve(call.rows()); }
-    void set(std::size_t /*row*/, const T& list) {
+    void start(const Call& call) { rows = call.rows(); }
+    void set(std::size_t row, const T& list) {
+        if (row == 0) {
+            most = list.size();
+            even.reset(new unsigned char[rows * most * sizeof(Item)]);
+        }
+        if (counts.empty() && list.size() == most) {
+            if (most != 0) {
+                std::memcpy(even.get() + row * most * sizeof(Item), list.data(), most * sizeof(Item));
+            }
+            return;
+        }
+        if (counts.empty()) {
+            counts.assign(row, most);
+            items.resize(row * most);
+            std::memcpy(static_cast<void*>(items.data()), even.get(), items.size() * sizeof(Item));
+            even.reset();
+        }
         counts.push_back(list.size());
         most = std::max(most, list.size());
         items.insert(items.end(), list.begin(), list.end());
     }
     py::object finish(const Call& call) {
-        const std::size_t rows = call.rows();
+        const std::size_t* const isMany = call.isBatch() ? &rows : nullptr;
+        if (counts.empty() && even) {
+            return arrayOver(Element<Item>::layout, isMany, &most, std::move(even));
+        }
         void* data = nullptr;
-        py::object array = newArray(Element<Item>::layout, call.isBatch() ? &rows : nullptr, &most, data);
+        py::object array = newArray(Element<Item>::layout, isMany, &most, data);
         auto* to = static_cast<unsigned char*>(data);
         const Item* from = items.data();
         for (const std::size_t count : counts) {
@@ -284,9 +306,11 @@ struct Sink<T, std::enable_if_t<List<T>::is>> {
         return array;
     }
 
+    std::size_t rows = 0;
+    std::size_t most = 0;
+    std::unique_ptr<unsigned char[]> even;
     std::vector<Item> items;
     std::vector<std::size_t> counts;
-    std::size_t most = 0;
 };
 
 py::object toPython(Mesh&& shape);

@@ -22,9 +22,10 @@ T& clusterMembers(T& geometry, std::vector<unsigned int> indices, mat4 first, ma
 }
 
 /// `skinMesh` of points alone, for the array of a mesh that is shaped in its own space.
-std::vector<vec3> skinPoints(std::vector<vec3> points, std::vector<mat4> matrices, std::vector<mat4> bindPreMatrices,
-                             SkinWeights const& weights, float envelope, mat4 geomMatrix) {
-    Mesh mesh(std::move(points), mat4(1.0f));
+std::vector<vec3> skinPoints(std::vector<vec3> const& points, std::vector<mat4> const& matrices,
+                             std::vector<mat4> const& bindPreMatrices, SkinWeights const& weights, float envelope,
+                             mat4 geomMatrix) {
+    const Mesh mesh(std::vector<vec3>(points), mat4(1.0f));
     return std::move(IMPL_skin<Mesh>(envelope, mesh, geomMatrix, matrices, bindPreMatrices, weights).points);
 }
 

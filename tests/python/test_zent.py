@@ -263,6 +263,11 @@ def test_expressions():
     assert program.inputs == ["time"]
     np.testing.assert_allclose(program([[2], [4]]), [[5, 6], [10, 11]])
     assert "input 0" in program.listing
+    # Output 0 is 1, and output 1 where the input is above 0: rows of different lengths.
+    code, constants = bytes([0, 0, 20, 0, 21, 0, 0, 1, 11, 26, 0, 4, 0, 0, 20, 1, 28]), [1, 0]
+    assert nodes.expression([[1], [-1], [2]], code, constants).tolist() == [[1, 1], [1, 0], [1, 1]]
+    assert nodes.expression([[-1], [1]], code, constants).tolist() == [[1, 0], [1, 1]]
+    assert nodes.expression([[-1], [-2]], code, constants).tolist() == [[1], [1]]
 
 
 def test_the_stub_is_that_of_the_bindings():
