@@ -13,7 +13,7 @@ from ._zent import Curve, Error, Lattice, Mesh, Surface, __version__
 from .files import Block, Manifest, Resource, methods
 from .nodes import skin
 from .program import Program, compile_expression
-from .results import CheckError, Record, Results, Statistics, check, read_results
+from .results import CheckError, Record, Results, RunningCheck, Statistics, check, read_results
 from .rig import Plug, Rig, RigRecord
 
 
@@ -33,5 +33,5 @@ copyreg.pickle(Surface, lambda s: (Surface, (s.points, s.degrees, s.forms, s.kno
 copyreg.pickle(Lattice, lambda s: (Lattice, (s.points, s.divisions, s.matrix)))
 
 __all__ = ["Block", "CheckError", "Curve", "Error", "Lattice", "Manifest", "Mesh", "Plug", "Program", "Record", "Resource",
-           "Results", "Rig", "RigRecord", "RotateOrder", "Statistics", "Surface", "check", "compile_expression", "methods",
-           "nodes", "read_results", "skin"]
+           "Results", "Rig", "RigRecord", "RotateOrder", "RunningCheck", "Statistics", "Surface", "check", "compile_expression",
+           "methods", "nodes", "read_results", "skin"]

@@ -7,6 +7,7 @@ import pathlib
 import shutil
 import subprocess
 import tempfile
+import threading
 
 from ._zent import Error
 
@@ -64,6 +65,9 @@ class Results:
 
     def __init__(self, path):
         self._file = open(path, "rb")
+        self._read_header(path)
+
+    def _read_header(self, path):
         line = self._file.readline()
         if not line.endswith(b"\n"):
             raise Error(f"{path}: no results file: its first line has no end" if line else f"{path}: the file is empty")
@@ -151,44 +155,166 @@ def _as_files(manifest, resource, folder):
     return manifest, resource
 
 
+class RunningCheck(Results):
+    """The Results of a run under way: an iterator that gives each record as soon as the run has written it, and waits for
+    it until then. Nothing of them is held, unless `records` is asked for. At its end it raises CheckError where the run
+    failed; `close`, or the end of a `with`, ends the run before that."""
+
+    def __init__(self, command, kept, folder, timeout):
+        self._folder, self._timeout = folder, timeout
+        self._is_over = self._has_error = self._is_late = False
+        self._timer = None
+        self._said = tempfile.TemporaryFile()
+        copy = open(kept, "wb") if kept is not None else None
+        reading, writing = os.pipe()
+        self._file = _Copying(open(reading, "rb"), copy)
+        try:
+            command = [f"/dev/fd/{writing}" if each is _PIPE else each for each in command]
+            self._process = subprocess.Popen(command, stdout=subprocess.DEVNULL, stderr=self._said, pass_fds=(writing,))
+        except BaseException:
+            self._file.close()
+            raise
+        finally:
+            os.close(writing)  # so that reading comes to its end with the run
+        if timeout is not None:
+            self._timer = threading.Timer(timeout, self._expire)
+            self._timer.daemon = True
+            self._timer.start()
+        try:
+            self._read_header("results")
+        except Error:
+            self._end(None)
+            raise CheckError("the run wrote no results") from None
+        except BaseException:
+            self.close()
+            raise
+
+    def _expire(self):
+        self._is_late = True
+        self._process.kill()
+
+    def __next__(self):
+        if self._is_over:
+            raise StopIteration
+        try:
+            record = super().__next__()
+        except StopIteration:
+            self._end(self)
+            raise
+        self._has_error = self._has_error or record.outcome == "error"
+        return record
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.close()
+
+    def __del__(self):
+        if hasattr(self, "_process"):
+            self.close()
+
+    def close(self):
+        """Ends the run, if it is still under way."""
+        if not self._is_over:
+            self._process.kill()
+            self._finish()
+
+    def _finish(self):
+        self._is_over = True
+        self._file.close()
+        status = self._process.wait()
+        if self._timer:
+            self._timer.cancel()
+        with self._said as file:
+            file.seek(0)
+            said = file.read().decode(errors="replace")
+        self._folder.cleanup()
+        return status, said
+
+    def _end(self, found):
+        status, said = self._finish()
+        if self._is_late:
+            raise subprocess.TimeoutExpired("zentcheck", self._timeout)
+        _require_success(status, said, self._has_error, found)
+
+
+_PIPE = object()
+
+
+class _Copying:
+    """Lines of a file, which go into another one, too."""
+
+    def __init__(self, file, copy):
+        self._file, self._copy = file, copy
+
+    def readline(self):
+        line = self._file.readline()
+        if self._copy and line:
+            self._copy.write(line)
+        return line
+
+    def __iter__(self):
+        return iter(self.readline, b"")
+
+    def close(self):
+        self._file.close()
+        if self._copy:
+            self._copy.close()
+
+
+def _require_success(status, said, has_error, found):
+    """Status 2 is also that of a run with records that could not be evaluated, which are told one by one."""
+    if status < 0:
+        raise CheckError(f"zentcheck was ended by signal {-status}", found)
+    if found is None or (status == 2 and not has_error):
+        lines = [line[len("error: "):] for line in said.splitlines() if line.startswith("error: ")]
+        raise CheckError("\n".join(lines) or "the run failed", found)
+    if status not in (0, 1, 2):
+        raise CheckError(f"zentcheck ended with status {status}", found)
+
+
 def check(manifest, resource=None, scene=None, epsilon=None, *, relative=None, warn=None, skip=(), namespace=None,
           ignore_deformer=False, stop_on_first_error=False, results=None, program=None, timeout=None,
-          scene_resource=None):
+          scene_resource=None, stream=False):
     """Holds the records of a manifest against the node functions, and returns the Results.
 
     `manifest` is a file, a Manifest or a list of records, `resource` its file of large values or a Resource, `scene` the
-    scene that its plugs are read from, and `scene_resource` the resource file of its geometry where that is another one. `results` names the file that the run writes, and keeps it; without it there is a temporary one. Runs the
-    program zentcheck, so that no run can harm this process: `program`, the variable ZENTCHECK, or the one that was built
-    or installed with this package. Raises CheckError where the run fails, with what zentcheck said.
+    scene that its plugs are read from, and `scene_resource` the resource file of its geometry where that is another one.
+    `results` names the file that the run writes, and keeps it. `timeout` is in seconds; a run that takes longer is ended,
+    with subprocess.TimeoutExpired.
+
+    Waits for the end of the run; with `stream` it returns a RunningCheck at once, an iterator that gives each record
+    while the run goes on, and holds none.
+
+    Runs the program zentcheck, so that no run can harm this process: `program`, the variable ZENTCHECK, or the one that
+    was built or installed with this package. Raises CheckError where the run fails, with what zentcheck said.
     """
-    with tempfile.TemporaryDirectory() as folder:
-        manifest, resource = _as_files(manifest, resource, folder)
-        written = os.path.join(folder, "results.jsonl") if results is None else os.fspath(results)
+    folder = tempfile.TemporaryDirectory()
+    try:
+        manifest, resource = _as_files(manifest, resource, folder.name)
+        written = _PIPE if stream else os.path.join(folder.name, "results.jsonl") if results is None else os.fspath(results)
         command = [_program(program), "--quiet", "--results", written,
                    "--ignore-deformer", str(ignore_deformer).lower(),
                    "--stop-on-first-error", str(stop_on_first_error).lower()]
         for option, value in (("--epsilon", epsilon), ("--relative", relative), ("--warn", warn), ("--scene", scene),
-                              ("--scene-resource", scene_resource), ("--namespace", namespace), ("--skip", ";".join(skip) or None)):
+                              ("--scene-resource", scene_resource), ("--namespace", namespace),
+                              ("--skip", ";".join(skip) or None)):
             if value is not None:
                 command += [option, os.fspath(value) if isinstance(value, os.PathLike) else str(value)]
         command += ["--", os.fspath(manifest)] + ([os.fspath(resource)] if resource is not None else [])
-        with open(os.path.join(folder, "out.txt"), "wb") as out:
+        if stream:
+            running, folder = RunningCheck(command, results, folder, timeout), None
+            return running
+        with open(os.path.join(folder.name, "out.txt"), "wb") as out:
             run = subprocess.run(command, stdout=out, stderr=subprocess.PIPE, timeout=timeout, check=False)
         try:
             found = Results(written)
         except (OSError, Error):
             found = None
-        said = [line[len("error: "):] for line in run.stderr.decode(errors="replace").splitlines()
-                if line.startswith("error: ")]
-        if run.returncode < 0:
-            raise CheckError(f"zentcheck was ended by signal {-run.returncode}", found)
-        if found is None or (run.returncode == 2 and _has_no_error(found)):
-            raise CheckError("\n".join(said) or "the run failed", found)
-        if run.returncode not in (0, 1, 2):
-            raise CheckError(f"zentcheck ended with status {run.returncode}", found)
+        has_error = run.returncode == 2 and found is not None and any(record.outcome == "error" for record in found)
+        _require_success(run.returncode, run.stderr.decode(errors="replace"), has_error, found)
         return found if run.returncode != 2 else Results(written)
-
-
-def _has_no_error(found):
-    """Status 2 is also that of a run with records that could not be evaluated, which are told one by one."""
-    return not any(record.outcome == "error" for record in found)
+    finally:
+        if folder is not None:
+            folder.cleanup()

@@ -3,6 +3,7 @@ runs of the check, and the stub."""
 import copy
 import doctest
 import inspect
+import pathlib
 import pickle
 import random
 import subprocess
@@ -256,6 +257,40 @@ def test_a_run_tells_its_records(tmp_path):
         zent.read_results(ARM / "manifest.json")
     with pytest.raises(zent.CheckError, match="there is no program"):
         zent.check(bad, program=tmp_path / "zentcheck")
+
+
+def test_a_run_is_read_while_it_goes_on(tmp_path):
+    whole = zent.check(ARM / "faults.json", ARM / "resource.bin", ARM / "scene.json")
+    kept = tmp_path / "kept.jsonl"
+    running = zent.check(ARM / "faults.json", ARM / "resource.bin", ARM / "scene.json", results=kept, stream=True)
+    assert [(each.node, each.outcome) for each in running] == [(each.node, each.outcome) for each in whole.records]
+    assert {**running.summary, "seconds": 0} == {**whole.summary, "seconds": 0} and list(running) == []
+    assert [each.node for each in zent.read_results(kept)] == [each.node for each in whole.records]
+
+    # A run that never ends by itself gives its records, and is ended.
+    endless = tmp_path / "endless"
+    endless.write_text(f"""#!/bin/sh
+while [ "$1" != --results ]; do shift; done
+exec >"$2"
+head -n 2 {kept}
+echo $$ >{tmp_path}/id
+exec sleep 1000
+""")
+    endless.chmod(0o755)
+    with zent.check([], program=endless, stream=True) as running:
+        assert next(running).node == whole.records[0].node
+        process = pathlib.Path(f"/proc/{(tmp_path / 'id').read_text().strip()}") if (tmp_path / "id").exists() else None
+    assert list(running) == [] and not running.is_complete and not (process and process.exists())
+    with pytest.raises(subprocess.TimeoutExpired):
+        list(zent.check([], program=endless, stream=True, timeout=0.3))
+
+    bad = [{"node_name": "a", "method": "clamp", "results": [{"attribute": 0, "value": 1}], "arguments": []}]
+    assert [each.outcome for each in zent.check(bad, stream=True)] == ["error"]
+    with pytest.raises(zent.CheckError, match="cannot open file"):
+        list(zent.check(tmp_path / "none.json", stream=True))
+    with pytest.raises(zent.CheckError, match="ended by signal 9"):
+        endless.write_text("#!/bin/sh\nkill -9 $$\n")
+        zent.check([], program=endless, stream=True)
 
 
 def test_expressions():
