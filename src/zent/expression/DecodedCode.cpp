@@ -43,6 +43,16 @@ DecodedCode::DecodedCode(const std::vector<unsigned char>& code, const std::vect
     pool_.emplace_back(false);
 }
 
+bool DecodedCode::takeInputs(const svec<float, 16>& inputs) {
+    if (std::min(inputs.size(), kMaxOperands) != inputs_) {
+        return false;
+    }
+    for (std::size_t i = 0; i < inputs_; ++i) {
+        pool_[constants_ + i] = static_cast<double>(inputs[i]);
+    }
+    return true;
+}
+
 bool DecodedCode::isAt(std::size_t position, Opcode opcode) const {
     return position < code_.size() && code_[position] == static_cast<unsigned char>(opcode);
 }

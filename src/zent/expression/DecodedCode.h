@@ -77,6 +77,8 @@ public:
         return static_cast<std::size_t>(instruction - instructions_.data());
     }
     void decode(std::size_t position);
+    /// The inputs of another run; false where there is another number of them.
+    bool takeInputs(const svec<float, 16>& inputs);
 
     /// The constants, the inputs as doubles, true and false.
     const Value* pool() const { return pool_.data(); }

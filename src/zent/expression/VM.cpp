@@ -148,6 +148,18 @@ VM::Floats VM::execute(Floats inputs) {
     return run(inputs, Unmetered{});
 }
 
+VM::Floats VM::executeAgain(const Floats& inputs) {
+    ip_ = 0;
+    stack_.shrink(0);
+    frame_ = 0;
+    calls_.clear();
+    repeats_ = 0;
+    if (decoded_ && !decoded_->takeInputs(inputs)) {
+        decoded_.reset();
+    }
+    return run(inputs, Unmetered{});
+}
+
 VM::Floats VM::executeAtMost(std::uint64_t instructions, Floats inputs) {
     return run(inputs, Budget{instructions});
 }

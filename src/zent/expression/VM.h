@@ -13,7 +13,8 @@ namespace zent {
 
 class DecodedCode;
 
-/// The stack machine that runs the byte code of one expression; Opcode.h lists its instructions. A machine runs once.
+/// The stack machine that runs the byte code of one expression; Opcode.h lists its instructions. A machine runs once,
+/// or from the start again.
 ///
 /// What a program does wrong throws: std::out_of_range where it runs past its end, UnexpectedIndex where an instruction
 /// or a built-in gets a value of the wrong alternative, std::runtime_error with "Unreachable" for arithmetic on bools
@@ -42,6 +43,8 @@ public:
     /// Runs to the end instruction. Returns the outputs, up to the highest slot that was written; those in between are
     /// 0.
     Floats execute(Floats inputs);
+    /// The same from the start, in the room of the runs before it.
+    Floats executeAgain(const Floats& inputs);
     /// The same for code that may never end: throws std::runtime_error when it has run so many instructions.
     Floats executeAtMost(std::uint64_t instructions, Floats inputs);
 

@@ -375,14 +375,23 @@ KeyLists listsOf(const AnimCurveKeys& keys) {
 
 } // namespace
 
-float animCurve(float time, svec<float, 8> keyTime, svec<float, 8> keyValue, svec<float, 8> inTangentX,
-                svec<float, 8> inTangentY, svec<int, 8> inTangentType, svec<float, 8> outTangentX,
-                svec<float, 8> outTangentY, svec<int, 8> outTangentType, int preInfinity, int postInfinity,
-                bool weighted) {
+float IMPL_animCurve(float time, const svec<float, 8>& keyTime, const svec<float, 8>& keyValue,
+                     const svec<float, 8>& inTangentX, const svec<float, 8>& inTangentY,
+                     const svec<int, 8>& inTangentType, const svec<float, 8>& outTangentX,
+                     const svec<float, 8>& outTangentY, const svec<int, 8>& outTangentType, int preInfinity,
+                     int postInfinity, bool weighted) {
     const KeyLists keys{keyTime,     keyValue,       inTangentX,  inTangentY,   inTangentType, outTangentX,
                         outTangentY, outTangentType, preInfinity, postInfinity, weighted};
     requireKeys(keys);
     return evaluateKeys(time, keys);
+}
+
+float animCurve(float time, svec<float, 8> keyTime, svec<float, 8> keyValue, svec<float, 8> inTangentX,
+                svec<float, 8> inTangentY, svec<int, 8> inTangentType, svec<float, 8> outTangentX,
+                svec<float, 8> outTangentY, svec<int, 8> outTangentType, int preInfinity, int postInfinity,
+                bool weighted) {
+    return IMPL_animCurve(time, keyTime, keyValue, inTangentX, inTangentY, inTangentType, outTangentX, outTangentY,
+                          outTangentType, preInfinity, postInfinity, weighted);
 }
 
 KeyedCurve::KeyedCurve(AnimCurveKeys keys) : keys_(std::move(keys)) {

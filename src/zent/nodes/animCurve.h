@@ -19,6 +19,13 @@ float animCurve(float time, svec<float, 8> keyTime, svec<float, 8> keyValue, sve
                 svec<float, 8> outTangentY, svec<int, 8> outTangentType, int preInfinity, int postInfinity,
                 bool weighted);
 
+/// The same with its lists by reference.
+float IMPL_animCurve(float time, const svec<float, 8>& keyTime, const svec<float, 8>& keyValue,
+                     const svec<float, 8>& inTangentX, const svec<float, 8>& inTangentY,
+                     const svec<int, 8>& inTangentType, const svec<float, 8>& outTangentX,
+                     const svec<float, 8>& outTangentY, const svec<int, 8>& outTangentType, int preInfinity,
+                     int postInfinity, bool weighted);
+
 /// The lists of `animCurve`.
 struct AnimCurveKeys {
     svec<float, 8> time, value, inTangentX, inTangentY;

@@ -8,4 +8,7 @@ namespace zent {
 /// input not at all. An empty `input` gives 0.
 float blendWeighted(std::map<unsigned int, float> input, std::map<unsigned int, float> weight);
 
+/// The same with its lists by reference.
+float IMPL_blendWeighted(const std::map<unsigned int, float>& input, const std::map<unsigned int, float>& weight);
+
 } // namespace zent

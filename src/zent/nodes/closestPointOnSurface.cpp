@@ -20,21 +20,19 @@ constexpr int kSamplesPerPoint = 4;
 constexpr float kShortestStep = 0.1f;
 
 /// The grid's parameters in one direction: the domain's end over the count of samples, and its multiples below the end.
-std::vector<float> sampleParameters(const ParameterDirection& direction, unsigned overlap) {
+template <class Visit>
+void visitSamples(const ParameterDirection& direction, unsigned overlap, Visit visit) {
     const float end = direction.end();
     const auto points = static_cast<std::int64_t>(direction.knots.size()) + 1 - std::int64_t{overlap};
-    std::vector<float> parameters;
     if (points <= 0) {
-        return parameters;
+        return;
     }
     const float step = end / static_cast<float>(kSamplesPerPoint * points);
-    for (float u = step; u < end; u += step) {
-        if (!parameters.empty() && u == parameters.back()) {
-            break; // too large, or too small, for a step to move it
-        }
-        parameters.push_back(u);
+    float before = std::numeric_limits<float>::quiet_NaN();
+    for (float u = step; u < end && u != before; u += step) { // it ends where a step is too large or too small to move
+        visit(u);
+        before = u;
     }
-    return parameters;
 }
 
 /// A surface point with its first and second partial derivatives.
@@ -209,20 +207,21 @@ private:
 
 } // namespace
 
-SurfaceSamples compute_cls_helper(const Surface& surface) {
+void compute_cls_helper(const Surface& surface, SurfaceSamples& samples) {
     requireEvaluable(surface, "surface");
     const unsigned overlapU = surface.formU == kFormPeriodic ? 2 * surface.degreeU : surface.degreeU;
     // The overlap of a periodic V is counted in U's degree: the search's start depends on this very grid.
     const unsigned overlapV = surface.degreeV + (surface.formV == kFormPeriodic ? surface.degreeU : 0);
-    const std::vector<float> us = sampleParameters(alongU(surface), overlapU);
-    const std::vector<float> vs = sampleParameters(alongV(surface), overlapV);
+    samples.clear();
+    visitSamples(alongU(surface), overlapU, [&](float u) {
+        visitSamples(alongV(surface), overlapV,
+                     [&](float v) { samples.emplace_back(vec2(u, v), toWorld(surface, surface.localPoint(u, v))); });
+    });
+}
+
+SurfaceSamples compute_cls_helper(const Surface& surface) {
     SurfaceSamples samples;
-    samples.reserve(us.size() * vs.size());
-    for (const float u : us) {
-        for (const float v : vs) {
-            samples.emplace_back(vec2(u, v), toWorld(surface, surface.localPoint(u, v)));
-        }
-    }
+    compute_cls_helper(surface, samples);
     return samples;
 }
 
@@ -233,7 +232,7 @@ vec2 getClosetPointOnSurface(const Surface& surface, vec3 point, const SurfaceSa
 
 vec2 closestPointOnSurface(Surface& surface, vec3 point) {
     if (surface.closestSamples.empty()) {
-        surface.closestSamples = compute_cls_helper(surface);
+        compute_cls_helper(surface, surface.closestSamples);
     }
     return getClosetPointOnSurface(surface, point, surface.closestSamples);
 }

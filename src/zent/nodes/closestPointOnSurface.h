@@ -8,6 +8,8 @@ namespace zent {
 /// samples for each control point and direction, U in the outer loop. The grid takes each domain to start at 0 and
 /// holds neither 0 nor the end. It is empty where the domain, or the count of samples, is not above 0.
 SurfaceSamples compute_cls_helper(const Surface& surface);
+/// The same into a list that is there. `samples` may be those of the surface.
+void compute_cls_helper(const Surface& surface, SurfaceSamples& samples);
 
 /// Parameters of the surface point nearest to a world-space point: Newton's iteration with a line search, at most 19
 /// steps, from the nearest of `samples` (from the domain's start if there are none). The result lags one step behind

@@ -11,4 +11,7 @@ namespace zent {
 /// Throws std::runtime_error for an index that the curve does not have.
 Curve curve_from_cv(const Curve& curve, const std::map<unsigned int, vec3>& cv);
 
+/// The same into a curve that is there, whose room it uses again.
+void IMPL_curve_from_cv(const Curve& curve, const std::map<unsigned int, vec3>& cv, Curve& result);
+
 } // namespace zent

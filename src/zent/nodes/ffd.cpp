@@ -198,7 +198,7 @@ class LatticeMap {
 public:
     LatticeMap(const Lattice& lattice, const mat4& toLattice, const mat4& fromLattice, bool local, unsigned influenceS,
                unsigned influenceT, unsigned influenceU)
-        : lattice_(lattice), toLattice_(toLattice), fromLattice_(fromLattice),
+        : lattice_(&lattice), toLattice_(toLattice), fromLattice_(fromLattice),
           s_(latticeDirection(lattice.s, local, influenceS)), t_(latticeDirection(lattice.t, local, influenceT)),
           u_(latticeDirection(lattice.u, local, influenceU)),
           sum_(kWindowSums[t_.window == 0 || u_.window == 0 ? 0 : s_.window]) {}
@@ -209,7 +209,7 @@ public:
         weighWindow(s_, coordinate.x, at.s);
         weighWindow(t_, coordinate.y, at.t);
         weighWindow(u_, coordinate.z, at.u);
-        return transformPoint(fromLattice_, sum_(lattice_, t_.window, u_.window, at));
+        return transformPoint(fromLattice_, sum_(*lattice_, t_.window, u_.window, at));
     }
 
     /// Whether each point hangs on the whole lattice, so that many can be deformed side by side.
@@ -219,11 +219,11 @@ public:
     }
 
     void deformBlock(const BlockKernel& kernel, float* values) const {
-        kernel.deform(lattice_, toLattice_, fromLattice_, values);
+        kernel.deform(*lattice_, toLattice_, fromLattice_, values);
     }
 
 private:
-    const Lattice& lattice_;
+    const Lattice* lattice_;
     mat4 toLattice_;
     mat4 fromLattice_;
     Direction s_, t_, u_;
@@ -354,6 +354,18 @@ T& ffdPartial(T& geometry, std::vector<unsigned int> indices, Lattice const& lat
     const std::vector<char> selected = selectionMask(indices, pointsOf(geometry).size());
     return deformSelected(geometry, lattice, deformedLatticeMatrix, baseLatticeMatrix, local, influenceS, influenceT,
                           influenceU, [&](unsigned i) { return selected[i] != 0; });
+}
+
+void pointFFD(std::function<vec3(vec3)>& made, mat4 const& objectToWorld, mat4 const& worldToObject,
+              Lattice const& lattice, mat4 const& deformedLatticeMatrix, mat4 const& baseLatticeMatrix, bool local,
+              unsigned int influenceS, unsigned int influenceT, unsigned int influenceU) {
+    LatticeMap map = latticeMap(objectToWorld, worldToObject, lattice, deformedLatticeMatrix, baseLatticeMatrix, local,
+                                influenceS, influenceT, influenceU);
+    if (auto* const earlier = made.target<LatticeMap>()) {
+        *earlier = map;
+    } else {
+        made = map;
+    }
 }
 
 std::function<vec3(vec3)> pointFFD(mat4 const& objectToWorld, mat4 const& worldToObject, Lattice const& lattice,

@@ -26,6 +26,11 @@ std::function<vec3(vec3)> pointFFD(mat4 const& objectToWorld, mat4 const& worldT
                                    mat4 const& deformedLatticeMatrix, mat4 const& baseLatticeMatrix, bool local,
                                    unsigned int influenceS, unsigned int influenceT, unsigned int influenceU);
 
+/// The same for a caller that sets it up time and again, in the room of what it made before.
+void pointFFD(std::function<vec3(vec3)>& made, mat4 const& objectToWorld, mat4 const& worldToObject,
+              Lattice const& lattice, mat4 const& deformedLatticeMatrix, mat4 const& baseLatticeMatrix, bool local,
+              unsigned int influenceS, unsigned int influenceT, unsigned int influenceU);
+
 /// The same for the points that `indices` names, in any order; an index beyond the points names none.
 template <class T>
 T& ffdPartial(T& geometry, std::vector<unsigned int> indices, Lattice const& lattice, mat4 deformedLatticeMatrix,

@@ -21,7 +21,7 @@ constexpr float kOnSphere = 0.001f;
 /// The walk along the curve, from joint to joint by spheres of the bone's length.
 struct CurveWalk {
     const Curve& curve;
-    CurveSamples samples = closestSamples(curve);
+    const CurveSamples& samples;
     float parameter = 0.0f;
 
     /// The place of the next joint, world space.
@@ -129,11 +129,13 @@ vec3 ik__IMPL__upAxis(int upAxis) {
     }
 }
 
-SplineChain ikSplineSolver(Curve const& curve, bool rootTwist, bool twistControl, int forwardAxis, int upAxis,
-                           int worldUpType, vec3 upVectorStart, vec3 upVectorEnd, mat4 upMatrixStart, mat4 upMatrixEnd,
-                           int /*unused*/, vec3 endTranslate, float twist, mat4 rootParent,
-                           std::vector<vec3> jointOrients, std::vector<vec3> translates, std::vector<int> rotateOrders,
-                           std::vector<vec3> scales, std::vector<vec3> inverseScales, std::vector<bool> compensates) {
+void IMPL_ikSplineSolver(Curve const& curve, bool rootTwist, bool twistControl, int forwardAxis, int upAxis,
+                         int worldUpType, vec3 upVectorStart, vec3 upVectorEnd, mat4 const& upMatrixStart,
+                         mat4 const& upMatrixEnd, vec3 endTranslate, float twist, mat4 const& rootParent,
+                         std::vector<vec3> const& jointOrients, std::vector<vec3> const& translates,
+                         std::vector<int> const& rotateOrders, std::vector<vec3> const& scales,
+                         std::vector<vec3> const& inverseScales, std::vector<bool> const& compensates,
+                         CurveSamples& samples, SplineChain& chain) {
     const std::size_t count = jointOrients.size();
     requireEvaluable(curve, "curve");
     requireAtLeast("jointOrients", count, 1, "ikSplineSolver");
@@ -147,10 +149,12 @@ SplineChain ikSplineSolver(Curve const& curve, bool rootTwist, bool twistControl
     const auto intervals = static_cast<float>(std::max<std::size_t>(count - 1, 1));
     const float jointTwist = rootTwist ? twist / static_cast<float>(count) : twist * (1.0f / intervals);
     const UpControl up(forwardAxis, upAxis, worldUpType, upVectorStart, upVectorEnd, upMatrixStart, upMatrixEnd);
-    CurveWalk walk{curve};
+    closestSamples(curve, samples);
+    CurveWalk walk{curve, samples};
 
     // The root stands at parameter 0, deliberately not at the domain's start.
-    SplineChain chain{{}, transformPoint(glm::inverse(rootParent), worldPoint(curve, 0.0f))};
+    chain.rootTranslate = transformPoint(glm::inverse(rootParent), worldPoint(curve, 0.0f));
+    chain.rotates.clear();
     chain.rotates.reserve(count);
     mat4 parent = rootParent;
     // The first frame holds the joint's scale, which acts once more in turnedFrame: deliberate, and only here.
@@ -181,6 +185,18 @@ SplineChain ikSplineSolver(Curve const& curve, bool rootTwist, bool twistControl
                 ik__IMPL__frame(parent, translates[i], jointOrients[i + 1], inverseScales[i + 1], compensates[i + 1]);
         }
     }
+}
+
+SplineChain ikSplineSolver(Curve const& curve, bool rootTwist, bool twistControl, int forwardAxis, int upAxis,
+                           int worldUpType, vec3 upVectorStart, vec3 upVectorEnd, mat4 upMatrixStart, mat4 upMatrixEnd,
+                           int /*unused*/, vec3 endTranslate, float twist, mat4 rootParent,
+                           std::vector<vec3> jointOrients, std::vector<vec3> translates, std::vector<int> rotateOrders,
+                           std::vector<vec3> scales, std::vector<vec3> inverseScales, std::vector<bool> compensates) {
+    CurveSamples samples;
+    SplineChain chain;
+    IMPL_ikSplineSolver(curve, rootTwist, twistControl, forwardAxis, upAxis, worldUpType, upVectorStart, upVectorEnd,
+                        upMatrixStart, upMatrixEnd, endTranslate, twist, rootParent, jointOrients, translates,
+                        rotateOrders, scales, inverseScales, compensates, samples, chain);
     return chain;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zent/geometry/Curve.h"
+#include "zent/nodes/nearestPointOnCurve.h"
 
 #include <vector>
 
@@ -24,7 +25,7 @@ enum SplineUpType : int {
 /// A solved chain: the rotate of each joint (radians, in its rotate order) and the translate of the first.
 struct SplineChain {
     std::vector<vec3> rotates;
-    vec3 rootTranslate;
+    vec3 rootTranslate{0.0f};
 };
 
 /// Lays a chain of joints along a curve, one bone length after the other; past the curve's end it goes on along the
@@ -40,5 +41,14 @@ SplineChain ikSplineSolver(Curve const& curve, bool rootTwist, bool twistControl
                            int, vec3 endTranslate, float twist, mat4 rootParent, std::vector<vec3> jointOrients,
                            std::vector<vec3> translates, std::vector<int> rotateOrders, std::vector<vec3> scales,
                            std::vector<vec3> inverseScales, std::vector<bool> compensates);
+
+/// The same with its lists by reference, in the room of the evaluation before it.
+void IMPL_ikSplineSolver(Curve const& curve, bool rootTwist, bool twistControl, int forwardAxis, int upAxis,
+                         int worldUpType, vec3 upVectorStart, vec3 upVectorEnd, mat4 const& upMatrixStart,
+                         mat4 const& upMatrixEnd, vec3 endTranslate, float twist, mat4 const& rootParent,
+                         std::vector<vec3> const& jointOrients, std::vector<vec3> const& translates,
+                         std::vector<int> const& rotateOrders, std::vector<vec3> const& scales,
+                         std::vector<vec3> const& inverseScales, std::vector<bool> const& compensates,
+                         CurveSamples& samples, SplineChain& chain);
 
 } // namespace zent

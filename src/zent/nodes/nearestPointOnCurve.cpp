@@ -117,10 +117,15 @@ float getClosetPointOnCurve1D(const Curve& curve, vec3 point) {
 }
 
 CurveSamples closestSamples(const Curve& curve) {
-    requireEvaluable(curve, "curve");
     CurveSamples samples;
-    visitSamples(curve, [&](float u, vec3 sample) { samples.emplace_back(u, sample); });
+    closestSamples(curve, samples);
     return samples;
+}
+
+void closestSamples(const Curve& curve, CurveSamples& samples) {
+    requireEvaluable(curve, "curve");
+    samples.clear();
+    visitSamples(curve, [&](float u, vec3 sample) { samples.emplace_back(u, sample); });
 }
 
 float getClosetPointOnCurve(const Curve& curve, const CurveSamples& samples, vec3 point) {

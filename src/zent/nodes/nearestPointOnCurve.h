@@ -23,6 +23,8 @@ float getClosetPointOnCurve(const Curve& curve, vec3 point);
 /// the same for any point.
 using CurveSamples = std::vector<std::pair<float, vec3>>;
 CurveSamples closestSamples(const Curve& curve);
+/// The same into a list that is there.
+void closestSamples(const Curve& curve, CurveSamples& samples);
 float getClosetPointOnCurve(const Curve& curve, const CurveSamples& samples, vec3 point);
 
 /// The closest parameter, and the world position of the control point whose index is its integral part. Throws

@@ -3,6 +3,7 @@
 #include "zent/math/types.h"
 
 #include <map>
+#include <memory>
 #include <utility>
 
 namespace zent {
@@ -19,5 +20,18 @@ using PoseElements = std::map<std::pair<unsigned int, unsigned int>, float>;
 /// of a pose value beyond the number of poses, and for matrices of more than 2^22 entries and 1,024 for each number
 /// given.
 svec<float, 16> weightDriverPoses(int, int, svec<float, 16> input, PoseElements poseInputs, PoseElements poseValues);
+
+/// The same for many inputs: what the poses alone give is made again where they change, in the same room.
+class ValuePoses {
+public:
+    ValuePoses();
+    ~ValuePoses();
+    void weigh(const svec<float, 16>& input, const PoseElements& poseInputs, const PoseElements& poseValues,
+               svec<float, 16>& result);
+
+private:
+    struct Parts;
+    std::unique_ptr<Parts> parts_;
+};
 
 } // namespace zent

@@ -3,6 +3,9 @@
 
 namespace zent {
 
+template <>
+struct Inside<animCurve> : Inside<IMPL_animCurve> {};
+
 class ProxyAnimCurve : public Plain<animCurve> {
 public:
     ProxyAnimCurve() : Plain("animCurve", "output") {}

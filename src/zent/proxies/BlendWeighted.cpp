@@ -3,6 +3,9 @@
 
 namespace zent {
 
+template <>
+struct Inside<blendWeighted> : Inside<IMPL_blendWeighted> {};
+
 class ProxyBlendWeighted : public Plain<blendWeighted> {
 public:
     ProxyBlendWeighted() : Plain("blendWeighted", "output") {}

@@ -23,6 +23,8 @@ private:
     mat4 baseLatticeMatrix{1.0f};
     bool local = true;
     std::array<unsigned int, 3> influence{};
+    bool isPlaced = false;
+    T placed; ///< a shape of one point that stands as the input does; its inverse is a point's
     std::function<vec3(vec3)> deformed;
 };
 
@@ -43,9 +45,12 @@ void ProxyFFD<T>::init(const Arguments& args, const std::vector<Port>& ports) {
 template <class T>
 void ProxyFFD<T>::prepare() {
     if (this->count() != 0) {
-        const auto shape = onePointShape<T>(vec3(0.0f), matrixOf(this->input)); // its inverse is a point's
-        deformed = pointFFD(matrixOf(shape), inverseMatrixOf(shape), lattice, deformedLatticeMatrix, baseLatticeMatrix,
-                            local, influence[0], influence[1], influence[2]);
+        if (const mat4 matrix = matrixOf(this->input); !isPlaced || matrix != matrixOf(placed)) {
+            placed = onePointShape<T>(vec3(0.0f), matrix);
+            isPlaced = true;
+        }
+        pointFFD(deformed, matrixOf(placed), inverseMatrixOf(placed), lattice, deformedLatticeMatrix, baseLatticeMatrix,
+                 local, influence[0], influence[1], influence[2]);
     }
 }
 

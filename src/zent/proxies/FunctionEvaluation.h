@@ -18,6 +18,16 @@ struct Results {
     }
 };
 
+/// How a node function is evaluated time and again. One that takes its lists by value has a row of its own where a copy
+/// would allocate: it gives the same from the values where they stand, and may keep what it made of them.
+template <auto Function>
+struct Inside {
+    template <class Values, class Value>
+    void operator()(Values& values, Value& value) {
+        value = std::apply(Function, values);
+    }
+};
+
 /// A node function, its arguments in the order of its parameters, and what it made of them last.
 template <auto Function>
 class FunctionEvaluation : public Evaluation {
@@ -35,7 +45,7 @@ public:
         static const std::vector<unsigned int> kNone;
         return Results<Value>::at(value_, attribute, {position, kNone});
     }
-    void evaluate() override { value_ = std::apply(Function, values_); }
+    void evaluate() override { inside_(values_, value_); }
     void show(json& outputs) const override { show_(outputs, value_); }
 
 private:
@@ -48,6 +58,7 @@ private:
 
     typename Caller<decltype(Function)>::Values values_;
     Value value_{};
+    Inside<Function> inside_;
     Show show_;
 };
 

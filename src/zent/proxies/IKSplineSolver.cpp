@@ -14,6 +14,22 @@ struct Results<SplineChain> {
     }
 };
 
+template <>
+struct Inside<ikSplineSolver> {
+    template <class Values>
+    void operator()(Values& values, SplineChain& value) {
+        std::apply(
+            [&](const Curve& curve, bool rootTwist, bool twistControl, int forwardAxis, int upAxis, int worldUpType,
+                vec3 upVectorStart, vec3 upVectorEnd, const mat4& upMatrixStart, const mat4& upMatrixEnd,
+                int /*unused*/, const auto&... rest) {
+                IMPL_ikSplineSolver(curve, rootTwist, twistControl, forwardAxis, upAxis, worldUpType, upVectorStart,
+                                    upVectorEnd, upMatrixStart, upMatrixEnd, rest..., samples, value);
+            },
+            values);
+    }
+    CurveSamples samples;
+};
+
 /// The joints' rotates and the first joint's translate.
 class ProxyIKSplineSolver : public Proxy, public Bindable {
 public:
