@@ -244,16 +244,37 @@ Problem latticeDivisions(const Context& context, const Plugs&) {
                               lattice.u));
 }
 
+/// The method takes a base lattice for a box, however many points it has.
+Problem baseLatticeInPlace(const Context& context, const Plugs& plugs) {
+    const MPlug plug = context.plug(plugs[0].substr(0, plugs[0].find('?')));
+    if (shapeKind(plug) != "Lattice") {
+        return {}; // as it is made
+    }
+    constexpr float kInPlace = 1e-4f;
+    const Lattice lattice = shape_value<Lattice>(shapePlug(plug));
+    const auto place = [](std::size_t i, unsigned int count) {
+        return count > 1 ? static_cast<float>(i) / static_cast<float>(count - 1) - 0.5f : 0.0f;
+    };
+    for (std::size_t i = 0; i < lattice.points.size() && lattice.s > 0 && lattice.t > 0; ++i) {
+        const vec3 rest(place(i % lattice.s, lattice.s), place(i / lattice.s % lattice.t, lattice.t),
+                        place(i / lattice.s / lattice.t, lattice.u));
+        if (!(glm::distance(lattice.points[i], rest) < kInPlace)) {
+            return fmt::format("point {} of the base lattice was moved", i);
+        }
+    }
+    return {};
+}
+
 Problem bendsForward(const Context& context, const Plugs&) {
     const double curvature = numberOf(walk(context.node, "bend").front().plug("curvature"), 0.0);
     return unless(curvature >= 0.0, fmt::format("curvature is {}, below 0", curvature));
 }
 
-Problem insideDropoff(const Context& context, const Plugs&) {
-    const double dropoff = numberOf(context.plug("dropoffDistance[0]"), HUGE_VAL);
+Problem insideDropoff(const Context& context, const Plugs& plugs) {
+    const double dropoff = numberOf(context.plug(plugs[0]), HUGE_VAL);
     const MPlug input = context.requiredPlug("input[g].inputGeometry");
     const PlacedPoints shape = pointsAt(input, shapeKind(input));
-    const Curve base = shape_value<Curve>(shapePlug(context.requiredPlug("baseWire[0]")));
+    const Curve base = shape_value<Curve>(shapePlug(context.requiredPlug("baseWire[=deformedWire]")));
     const CurveSamples samples = closestSamples(base);
     for (const vec3 point : shape.points) {
         const vec3 world(shape.matrix * vec4(point, 1.0f));
@@ -287,6 +308,7 @@ const std::map<std::string, Function> kFunctions = {
     {"someMembers", someMembers},
     {"insideLattice", insideLattice},
     {"latticeDivisions", latticeDivisions},
+    {"baseLatticeInPlace", baseLatticeInPlace},
     {"bendsForward", bendsForward},
     {"insideDropoff", insideDropoff},
 };

@@ -193,6 +193,8 @@ Entries skinWeights(const Context& context, const Source&) {
         placeOf.emplace(index, static_cast<unsigned int>(placeOf.size()));
     }
     SkinWeights weights;
+    const MPlug input = context.requiredPlug("input[g].inputGeometry");
+    std::vector<bool> isWeighted(pointsAt(input, shapeKind(input)).points.size());
     const MPlug list = context.requiredPlug("weightList");
     for (const unsigned int point : indicesOf(list)) {
         const MPlug row = list.elementByLogicalIndex(point).child(0);
@@ -207,7 +209,15 @@ Entries skinWeights(const Context& context, const Source&) {
                     fmt::format("point {} has a weight of influence {}, which has no matrix", point, influence));
             }
             weights.emplace_back(point, place->second, weight);
+            if (point < isWeighted.size()) {
+                isWeighted[point] = true;
+            }
         }
+    }
+    // Maya leaves such a point where it is, the method takes it to the origin.
+    const auto bare = std::find(isWeighted.begin(), isWeighted.end(), false);
+    if (bare != isWeighted.end()) {
+        throw LeftOut(fmt::format("point {} has no weight", bare - isWeighted.begin()));
     }
     return {block(context, weights)};
 }
@@ -324,7 +334,7 @@ mat3 frameAlong(vec3 tangent) {
 Entries wireBindings(const Context& context, const Source&) {
     const MPlug input = context.requiredPlug("input[g].inputGeometry");
     const PlacedPoints shape = pointsAt(input, shapeKind(input));
-    const Curve base = shape_value<Curve>(shapePlug(context.requiredPlug("baseWire[0]")));
+    const Curve base = shape_value<Curve>(shapePlug(context.requiredPlug("baseWire[=deformedWire]")));
     const CurveSamples samples = closestSamples(base);
     WireBindings bindings;
     for (const vec3 point : shape.points) {

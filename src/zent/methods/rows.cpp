@@ -45,15 +45,17 @@ namespace zent {
                "{targetWeights inputTarget[*].inputTargetGroup[*].targetWeights[*]}"
 #define SHAPES_GUARDS DEFORMS "; inputTarget[g].baseWeights[*]=1 (painted base weights); origin=1? (targets in world space); " \
                       "inputTarget[g].inputTargetGroup[*].normalizationId=0? (a normalisation group); " \
-                      "inputTarget[g].inputTargetGroup[*].postDeformersMode=0? (targets after the deformers)"
+                      "inputTarget[g].inputTargetGroup[*].postDeformersMode=0? (targets after the deformers); {allMembers}"
 #define FFD "input[g].inputGeometry; <deformedLatticePoints; deformedLatticeMatrix; baseLatticeMatrix; local; localInfluenceS; " \
             "localInfluenceT; localInfluenceU"
-#define FFD_GUARDS DEFORMS "; envelope=1; {insideLattice outsideLattice}; {latticeDivisions}"
-#define WIRE "input[g].inputGeometry; rotation; baseWire[0]; deformedWire[0]; wireLocatorParameter[^]:asc; " \
+#define FFD_GUARDS DEFORMS "; envelope=1; {insideLattice outsideLattice}; {latticeDivisions}; " \
+                   "{baseLatticeInPlace baseLatticePoints?}"
+#define WIRE "input[g].inputGeometry; rotation; baseWire[=deformedWire]; deformedWire[.]; wireLocatorParameter[^]:asc; " \
              "wireLocatorTwist[^wireLocatorParameter]:rad; {wireBindings baseWire[*] input[*].inputGeometry}"
 #define WIRE_GUARDS DEFORMS "; #deformedWire=1 (several wires); envelope=1; scale[*]=1; localInfluence=0; crossingEffect=0; " \
-                    "-holder[0]? (a holder); freezeGeometry=1 (the shape at bind time is not known); " \
-                    "{shapeDegree baseWire[0]}; {shapeDegree deformedWire[0]}; {insideDropoff dropoffDistance[*]}"
+                    "-holder? (a holder); freezeGeometry=1 (the shape at bind time is not known); " \
+                    "{shapeDegree baseWire[=deformedWire]}; {shapeDegree deformedWire[.]}; " \
+                    "{insideDropoff dropoffDistance[=deformedWire]}; {allMembers}"
 #define SINE "input[g].inputGeometry; envelope; matrix; sine>wavelength; sine>amplitude; sine>offset; sine>lowBound; sine>highBound"
 #define SURFACE_POINT "inputSurface; parameterU; parameterV; turnOnPercentage"
 #define FOLLICLE_FACE "inputMesh; parameterU; parameterV; {faceVertices mapSetName?}; {faceUVs}"
