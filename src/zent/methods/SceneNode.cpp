@@ -73,8 +73,9 @@ std::vector<unsigned int> indicesFor(const SceneNode& node, const MPlug& multi, 
     if (index.front() == '=') {
         return indicesOf(node.plug(index.substr(1)));
     }
-    std::vector<unsigned int> indices = indicesOf(multi);
-    if (index == ".") {
+    std::vector<unsigned int> indices =
+        indicesOf(index.front() == '.' && index.size() > 1 ? node.plug(index.substr(1)) : multi);
+    if (index.front() == '.') {
         indices.resize(std::min<std::size_t>(indices.size(), 1));
     } else if (index == ">") {
         indices.erase(std::remove_if(indices.begin(), indices.end(),

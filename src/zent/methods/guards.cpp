@@ -274,7 +274,7 @@ Problem insideDropoff(const Context& context, const Plugs& plugs) {
     const double dropoff = numberOf(context.plug(plugs[0]), HUGE_VAL);
     const MPlug input = context.requiredPlug("input[g].inputGeometry");
     const PlacedPoints shape = pointsAt(input, shapeKind(input));
-    const Curve base = shape_value<Curve>(shapePlug(context.requiredPlug("baseWire[=deformedWire]")));
+    const Curve base = shape_value<Curve>(shapePlug(context.requiredPlug("baseWire[.deformedWire]")));
     const CurveSamples samples = closestSamples(base);
     for (const vec3 point : shape.points) {
         const vec3 world(shape.matrix * vec4(point, 1.0f));

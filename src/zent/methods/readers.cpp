@@ -334,7 +334,7 @@ mat3 frameAlong(vec3 tangent) {
 Entries wireBindings(const Context& context, const Source&) {
     const MPlug input = context.requiredPlug("input[g].inputGeometry");
     const PlacedPoints shape = pointsAt(input, shapeKind(input));
-    const Curve base = shape_value<Curve>(shapePlug(context.requiredPlug("baseWire[=deformedWire]")));
+    const Curve base = shape_value<Curve>(shapePlug(context.requiredPlug("baseWire[.deformedWire]")));
     const CurveSamples samples = closestSamples(base);
     WireBindings bindings;
     for (const vec3 point : shape.points) {

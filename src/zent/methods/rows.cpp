@@ -11,7 +11,7 @@
 //               {reader plug plug}         a function, and what it reads; with a "?", in units that were not confirmed
 //               :rad :asc                  an angle; a list that must ascend
 //   indices     [*] all in use, in order   [#] all in use, and the entry tells which     [g] of the deformer's geometry
-//               [.] the only one
+//               [.] the only one              [.x] that of the multi x
 //               [^x] all, by their child x [=x] those of the multi x                     [>] those that are connected
 //   channels    <XYZ>                      one row for each letter
 //   guards      plug=0,1  plug=I           values; the identity
@@ -50,12 +50,12 @@ namespace zent {
             "localInfluenceT; localInfluenceU"
 #define FFD_GUARDS DEFORMS "; envelope=1; {insideLattice outsideLattice}; {latticeDivisions}; " \
                    "{baseLatticeInPlace baseLatticePoints?}"
-#define WIRE "input[g].inputGeometry; rotation; baseWire[=deformedWire]; deformedWire[.]; wireLocatorParameter[^]:asc; " \
+#define WIRE "input[g].inputGeometry; rotation; baseWire[.deformedWire]; deformedWire[.]; wireLocatorParameter[^]:asc; " \
              "wireLocatorTwist[^wireLocatorParameter]:rad; {wireBindings baseWire[*] input[*].inputGeometry}"
 #define WIRE_GUARDS DEFORMS "; #deformedWire=1 (several wires); envelope=1; scale[*]=1; localInfluence=0; crossingEffect=0; " \
                     "-holder? (a holder); freezeGeometry=1 (the shape at bind time is not known); " \
-                    "{shapeDegree baseWire[=deformedWire]}; {shapeDegree deformedWire[.]}; " \
-                    "{insideDropoff dropoffDistance[=deformedWire]}; {allMembers}"
+                    "{shapeDegree baseWire[.deformedWire]}; {shapeDegree deformedWire[.]}; " \
+                    "{insideDropoff dropoffDistance[.deformedWire]}; {allMembers}"
 #define SINE "input[g].inputGeometry; envelope; matrix; sine>wavelength; sine>amplitude; sine>offset; sine>lowBound; sine>highBound"
 #define SURFACE_POINT "inputSurface; parameterU; parameterV; turnOnPercentage"
 #define FOLLICLE_FACE "inputMesh; parameterU; parameterV; {faceVertices mapSetName?}; {faceUVs}"
