@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Argument.h"
+#include "Constructed.h"
 
 #include "zent/expression/Value.h"
 #include "zent/geometry/shapes.h"
@@ -13,6 +14,19 @@
 #include <memory>
 #include <type_traits>
 #include <utility>
+
+namespace pybind11::detail {
+
+template <>
+struct type_caster<zent::Mesh> : CasterOfConstructed<zent::Mesh> {};
+template <>
+struct type_caster<zent::Curve> : CasterOfConstructed<zent::Curve> {};
+template <>
+struct type_caster<zent::Surface> : CasterOfConstructed<zent::Surface> {};
+template <>
+struct type_caster<zent::Lattice> : CasterOfConstructed<zent::Lattice> {};
+
+} // namespace pybind11::detail
 
 /// The C++ type of a parameter decides how its argument is read.
 namespace zent::python {

@@ -54,8 +54,9 @@ py::tuple names(const std::string& text) {
 } // namespace
 
 void bindPrograms(py::module_& module) {
-    module.def("compile_expression", &compile);
-    module.def("names_in_expression", &names);
+    using namespace pybind11::literals;
+    module.def("compile_expression", &compile, "text"_a, "inputs"_a, "outputs"_a, "frames_per_second"_a);
+    module.def("names_in_expression", &names, "text"_a);
 }
 
 } // namespace zent::python

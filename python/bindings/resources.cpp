@@ -6,6 +6,11 @@
 
 #include <utility>
 
+namespace pybind11::detail {
+template <>
+struct type_caster<zent::ResourceWriter> : CasterOfConstructed<zent::ResourceWriter> {};
+} // namespace pybind11::detail
+
 namespace zent::python {
 
 namespace {
@@ -60,16 +65,19 @@ WeightMap weightMap(const py::object& weights, const py::object& points) {
 
 template <class T>
 void bindList(py::class_<ResourceWriter>& type, const char* method, const char* argument) {
-    // Methods are bound once and their names stay.
-    type.def(method, [method, argument](ResourceWriter& self, const py::object& value) {
-        const std::string name = std::string("Resource.") + method;
-        return self.add(BlockCall(name.c_str(), argument, value).read<T>());
-    });
+    type.def(
+        method,
+        [method, argument](ResourceWriter& self, const py::object& value) {
+            const std::string name = std::string("Resource.") + method;
+            return self.add(BlockCall(name.c_str(), argument, value).read<T>());
+        },
+        py::arg(argument));
 }
 
 } // namespace
 
 void bindResources(py::module_& module) {
+    using namespace pybind11::literals;
     py::class_<ResourceWriter> type(module, "ResourceWriter");
     type.def(py::init<>());
     type.def("__len__", &ResourceWriter::size);
@@ -83,18 +91,25 @@ void bindResources(py::module_& module) {
     bindList<std::vector<unsigned int>>(type, "indices", "indices");
     bindList<std::vector<unsigned char>>(type, "byte_code", "code");
     bindList<std::vector<Value>>(type, "constants", "constants");
-    type.def("weight_map", [](ResourceWriter& self, const py::object& weights, const py::object& points) {
-        return self.add(weightMap(weights, points));
-    });
-    type.def("raw", [](ResourceWriter& self, const py::bytes& bytes) { return self.addBytes(bytes); });
-    type.def("write", [](const ResourceWriter& self, const std::string& path) {
-        try {
-            self.write(path);
-        } catch (const std::exception& error) {
-            PyErr_SetString(errorType(), error.what());
-            throw py::error_already_set();
-        }
-    });
+    type.def(
+        "weight_map",
+        [](ResourceWriter& self, const py::object& weights, const py::object& points) {
+            return self.add(weightMap(weights, points));
+        },
+        "weights"_a, "points"_a);
+    type.def(
+        "raw", [](ResourceWriter& self, const py::bytes& bytes) { return self.addBytes(bytes); }, "bytes"_a);
+    type.def(
+        "write",
+        [](const ResourceWriter& self, const std::string& path) {
+            try {
+                self.write(path);
+            } catch (const std::exception& error) {
+                PyErr_SetString(errorType(), error.what());
+                throw py::error_already_set();
+            }
+        },
+        "path"_a);
 }
 
 } // namespace zent::python

@@ -1,4 +1,5 @@
 #include "bindings/Argument.h"
+#include "bindings/Constructed.h"
 
 #include "zent/rig/Rig.h"
 
@@ -224,26 +225,34 @@ py::list recordsOf(const rig::Rig& rig) {
 
 } // namespace
 
+} // namespace zent::python
+
+namespace pybind11::detail {
+template <>
+struct type_caster<zent::python::BoundRig> : CasterOfConstructed<zent::python::BoundRig> {};
+} // namespace pybind11::detail
+
 PYBIND11_MODULE(_rig, module) {
+    using namespace zent::python;
+    using namespace pybind11::literals;
     module.doc() = "The compiled part of zent.Rig.";
     py::class_<BoundRig>(module, "Rig")
         .def(py::init([](const std::string& manifest, const std::string& resource, const std::string& scene,
                          const std::string& nameSpace) {
-            return asError([&] {
-                std::optional<rig::Rig> rig;
-                {
-                    const py::gil_scoped_release released;
-                    rig.emplace(rig::Rig::load(manifest, resource, scene, nameSpace));
-                }
-                return std::make_unique<BoundRig>(std::move(*rig));
-            });
-        }))
-        .def("evaluate", &BoundRig::evaluate)
-        .def("shape_matrix", &BoundRig::shapeMatrix)
+                 return asError([&] {
+                     std::optional<zent::rig::Rig> loaded;
+                     {
+                         const py::gil_scoped_release released;
+                         loaded.emplace(zent::rig::Rig::load(manifest, resource, scene, nameSpace));
+                     }
+                     return std::make_unique<BoundRig>(std::move(*loaded));
+                 });
+             }),
+             "manifest"_a, "resource"_a, "scene"_a, "namespace"_a)
+        .def("evaluate", &BoundRig::evaluate, "inputs"_a, "outputs"_a)
+        .def("shape_matrix", &BoundRig::shapeMatrix, "output"_a)
         .def("inputs", [](const BoundRig& self) { return plugsOf(self.rig().inputs()); })
         .def("outputs", [](const BoundRig& self) { return plugsOf(self.rig().outputs()); })
         .def("records", [](const BoundRig& self) { return recordsOf(self.rig()); })
         .def("notes", [](const BoundRig& self) { return self.rig().notes(); });
 }
-
-} // namespace zent::python

@@ -1,11 +1,14 @@
 """The Python package: every node function of plain values over literal records, rows, wrong arguments, threads, shapes,
 runs of the check, and the stub."""
+import ast
 import copy
 import doctest
+import importlib
 import inspect
 import pathlib
 import pickle
 import random
+import re
 import subprocess
 import sys
 from concurrent.futures import ThreadPoolExecutor
@@ -308,6 +311,60 @@ def test_expressions():
 def test_the_stub_is_that_of_the_bindings():
     made = subprocess.run([sys.executable, ROOT / "scripts/python-stub"], stdout=subprocess.PIPE, check=True, text=True).stdout
     assert made == (ROOT / "python/zent/nodes.pyi").read_text()
+
+
+def told_by(source, module):
+    """Of a stub's classes and functions, and of the module's own, {name: parameters}; a property has None."""
+    stub, own = {}, {}
+
+    def add(prefix, body, bases):
+        for each in body:
+            if isinstance(each, ast.ClassDef):
+                inherited = [base.body for base in bases if base.name in [name.id for name in each.bases]]
+                if not each.name.startswith("_"):
+                    stub[each.name] = None
+                    for part in (each.body, *inherited):
+                        add(each.name + ".", part, [])
+            elif isinstance(each, ast.FunctionDef):
+                names = [argument.arg for argument in each.args.args if argument.arg != "self"]
+                is_property = any(getattr(name, "id", getattr(name, "attr", "")) in ("property", "setter")
+                                  for name in each.decorator_list)
+                stub[prefix + each.name] = None if is_property else names
+
+    def parameters(text):
+        """Those of the signature that pybind11 writes at the start of a docstring."""
+        return [name for name in re.findall(r"(\w+): ", re.match(r"\w+\((.*)\) ->", text)[1]) if name != "self"]
+
+    body = ast.parse(source).body
+    add("", body, [each for each in body if isinstance(each, ast.ClassDef)])
+    for name, each in vars(module).items():
+        if inspect.isclass(each):
+            own[name] = None
+            for member, value in vars(each).items() if each is not zent.Error else ():
+                if member in ("__init__", "__len__") or not member.startswith("_"):
+                    own[f"{name}.{member}"] = None if isinstance(value, property) else parameters(value.__doc__)
+        elif callable(each):
+            own[name] = parameters(each.__doc__)
+    return stub, own
+
+
+@pytest.mark.parametrize("name", ["_zent", "_rig"])
+def test_the_stub_of_the_compiled_parts_tells_all_of_them(name):
+    stub, own = told_by((ROOT / f"python/zent/{name}.pyi").read_text(), importlib.import_module(f"zent.{name}"))
+    assert stub == own and len(own) > 5
+
+
+def test_what_has_no_value_is_an_error():
+    for kind in (zent.Mesh, zent.Curve, zent.Surface, zent.Lattice):
+        empty = kind.__new__(kind)
+        for use in (lambda: empty.points, lambda: empty.copy(), lambda: len(empty), lambda: repr(empty),
+                    lambda: nodes.curveInfo(empty), lambda: nodes.skinMesh(empty, [], [], ([], [], []))):
+            with pytest.raises(TypeError):
+                use()
+    for use in (lambda: zent._zent.ResourceWriter.__new__(zent._zent.ResourceWriter).raw(b""),
+                lambda: zent._rig.Rig.__new__(zent._rig.Rig).notes(), lambda: zent.Resource().mesh(zent.Mesh.__new__(zent.Mesh))):
+        with pytest.raises(TypeError, match="without its constructor"):
+            use()
 
 
 @pytest.mark.parametrize("document", ["README.md", "docs/python.md"])
