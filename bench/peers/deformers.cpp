@@ -2,6 +2,7 @@
 #include "eigenSkin.h"
 #include "Pair.h"
 
+#include "zent/math/lanes.h"
 #include "zent/nodes/animCurve.h"
 #include "zent/nodes/ffd.h"
 #include "zent/nodes/skin.h"
@@ -33,7 +34,32 @@ bool agree(const std::vector<vec3>& a, const std::vector<vec3>& b) {
     return near;
 }
 
-void skinPeers() {
+// As an animation runtime skins: the palette is made beforehand, a point's matrices are blended, and the blend carries
+// it. The last weight is what is left of 1.
+struct RuntimePoint {
+    std::uint16_t influence[4];
+    float weight[3];
+};
+
+void runtimeSkin(const std::vector<mat4>& palette, const std::vector<RuntimePoint>& packed,
+                 const std::vector<vec3>& from, std::vector<vec3>& to) {
+    for (std::size_t i = 0; i < from.size(); ++i) {
+        const RuntimePoint& own = packed[i];
+        Lanes blend[4];
+        const float last = 1.0f - (own.weight[0] + own.weight[1] + own.weight[2]);
+        const float* const m[4] = {&palette[own.influence[0]][0][0], &palette[own.influence[1]][0][0],
+                                   &palette[own.influence[2]][0][0], &palette[own.influence[3]][0][0]};
+        for (std::size_t c = 0; c < 4; ++c) {
+            blend[c] = own.weight[0] * loadLanes(m[0] + 4 * c) + own.weight[1] * loadLanes(m[1] + 4 * c) +
+                       own.weight[2] * loadLanes(m[2] + 4 * c) + last * loadLanes(m[3] + 4 * c);
+        }
+        const Lanes moved = blend[0] * from[i].x + (blend[1] * from[i].y + (blend[2] * from[i].z + blend[3]));
+        to[i] = vec3(moved[0], moved[1], moved[2]);
+    }
+}
+
+// Neighbours with the same influences, as a smooth bind leaves them, or none with its neighbour's.
+void skinPeers(const std::string& name, bool alike) {
     const Mesh mesh = cloud();
     std::vector<mat4> matrix;
     std::vector<mat4> bindPreMatrix;
@@ -47,13 +73,18 @@ void skinPeers() {
     }
     SkinWeights weights;
     std::vector<FourInfluences> packed(kPoints);
+    std::vector<RuntimePoint> runtimePoints(kPoints);
     for (unsigned i = 0; i < kPoints; ++i) {
         for (unsigned k = 0; k < 4; ++k) {
-            const unsigned influence = (i / 97 + 7 * k) % kInfluences;
+            const unsigned influence = ((alike ? i / 97 : i * 2654435761u >> 7) + 7 * k) % kInfluences;
             const float weight = 0.1f * static_cast<float>(k + 1);
             weights.emplace_back(i, influence, weight);
             packed[i].influence[k] = static_cast<std::uint16_t>(influence);
             packed[i].weight[k] = weight;
+            runtimePoints[i].influence[k] = packed[i].influence[k];
+            if (k < 3) {
+                runtimePoints[i].weight[k] = weight;
+            }
         }
     }
     std::vector<vec3> ours;
@@ -78,13 +109,18 @@ void skinPeers() {
         eigenSkin(&matrix[0][0][0], &bindPreMatrix[0][0][0], kInfluences, packed.data(), &mesh.points[0].x,
                   &theirs[0].x, kPoints);
     };
+    const std::vector<mat4> palette = skinPalette(mat4(1.0f), matrix, bindPreMatrix);
+    const auto runtime = [&] { runtimeSkin(palette, runtimePoints, mesh.points, theirs); };
     product();
     plain();
     requireAgreement("skin, plain loop", agree(ours, theirs));
-    measure({"skin, 100,000 points", "a plain loop over packed weights", product, plain});
+    measure({name, "a plain loop over packed weights", product, plain});
+    runtime();
+    requireAgreement("skin, a runtime's job", agree(ours, theirs));
+    measure({name, "a runtime's job: blended matrices", product, runtime});
     eigen();
     requireAgreement("skin, Eigen", agree(ours, theirs));
-    measure({"skin, 100,000 points", "Eigen, compiled for this processor", product, eigen});
+    measure({name, "Eigen, compiled for this processor", product, eigen});
 }
 
 void latticePeer() {
@@ -156,7 +192,8 @@ void keyedCurvePeer() {
 } // namespace
 
 void deformerPeers() {
-    skinPeers();
+    skinPeers("skin, 100,000 points, neighbours alike", true);
+    skinPeers("skin, 100,000 points, none alike", false);
     latticePeer();
     keyedCurvePeer();
 }

@@ -103,6 +103,43 @@ TEST(Skin, PointByPointIsTheSame) {
     }
 }
 
+// Points that follow each other with the same influences are summed side by side, where the processor can.
+TEST(Skin, AlikePointsAreTheSame) {
+    constexpr unsigned kPoints = 23;
+    std::vector<vec3> points;
+    std::vector<mat4> matrix;
+    for (unsigned i = 0; i < kPoints; ++i) {
+        const auto t = static_cast<float>(i);
+        points.emplace_back(std::sin(t), 3.0f * std::cos(t), 0.1f * t);
+        matrix.push_back(translation(vec3(t, 1 / 3.0f, -t)) * quarterTurn() * scaling(vec3(0.7f + 0.1f * t)));
+    }
+    const std::vector<mat4> bind(kPoints, scaling(vec3(1.1f)));
+    const std::vector<mat4> palette = skinPalette(mat4(1.0f), matrix, bind);
+    for (unsigned odd = 0; odd <= kPoints; ++odd) { // the point that has more than the others, or another influence
+        for (unsigned influences = 1; influences <= 6; ++influences) {
+            for (const unsigned more : {0u, 1u}) {
+                SkinWeights weights;
+                std::vector<vec3> wanted;
+                for (unsigned i = 0; i < kPoints; ++i) {
+                    std::vector<PointWeight> own;
+                    for (unsigned k = 0; k < influences + (i == odd ? more : 0); ++k) {
+                        own.emplace_back(i == odd ? k + 1 : k, 0.1f * static_cast<float>(k + 1) + 0.01f * points[i].x);
+                        weights.emplace_back(i, own.back().first, own.back().second);
+                    }
+                    wanted.push_back(skinPoint(points[i], palette, own.data(), own.data() + own.size()));
+                }
+                EXPECT_EQ(skinMesh(1.0f, meshOf(points), mat4(1.0f), matrix, bind, weights).points, wanted) << odd;
+                std::get<1>(weights.back()) = kPoints;
+                expectError([&] { skinMesh(1.0f, meshOf(points), mat4(1.0f), matrix, bind, weights); },
+                            {"influences[", "] is 23", "matrix has 23"});
+                std::get<0>(weights[0]) = kPoints;
+                expectError([&] { skinMesh(1.0f, meshOf(points), mat4(1.0f), matrix, bind, weights); },
+                            {"weights[0] is 23"});
+            }
+        }
+    }
+}
+
 TEST(Skin, BadLists) {
     const auto run = [](std::size_t matrices, std::size_t binds, SkinWeights weights) {
         skinMesh(1.0f, meshOf({kX, kX}), mat4(1.0f), std::vector<mat4>(matrices, mat4(1.0f)),

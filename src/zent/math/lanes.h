@@ -10,7 +10,7 @@ namespace zent {
 /// How many floats a register of the portable code holds.
 inline constexpr std::size_t kLanes = 4;
 
-#if defined(__GNUC__)
+#if defined(__GNUC__) && !defined(ZENT_PLAIN_LANES)
 template <std::size_t N>
 struct LanesType {
     using Type __attribute__((vector_size(N * sizeof(float)))) = float;

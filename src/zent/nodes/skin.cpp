@@ -2,6 +2,7 @@
 
 #include "zent/math/lanes.h"
 #include "zent/math/require.h"
+#include "zent/nodes/skinBlock.h"
 
 #include <algorithm>
 #include <tuple>
@@ -10,14 +11,12 @@
 namespace zent {
 namespace {
 
-/// What an influence does to a point: the columns of its linear part, and its translation.
-struct Influence {
-    Lanes column[4];
+/// How many weights are gone through before points with the same influences are looked for again: the more, the longer
+/// there were none.
+constexpr std::size_t kLeastPause = 32;
+constexpr std::size_t kMostPause = 1024;
 
-    Lanes operator()(vec3 p) const { return column[0] * p.x + column[1] * p.y + column[2] * p.z + column[3]; }
-};
-
-using SkinPalette = svec<Influence, 8>;
+using SkinPalette = std::vector<Influence>;
 
 Lanes lanes(vec3 v) {
     return Lanes{v.x, v.y, v.z, 0.0f};
@@ -66,21 +65,11 @@ Mesh cleared(const Mesh& input) {
     return Mesh(input.points.size());
 }
 
-} // namespace
-
+/// Adds the weights from `k` to `last`, and those of the last one's point; gives the next.
 template <class T>
-T IMPL_skin(float envelope, T const& input, mat4 const& geomMatrix, std::vector<mat4> const& matrix,
-            std::vector<mat4> const& bindPreMatrix, SkinWeights const& weights) {
-    // The envelope only gates: there is no blend with the input.
-    if (!(envelope >= kThreshold)) {
-        return input;
-    }
-    requireConsistent(input, "input");
-    requireAtLeast("bindPreMatrix", bindPreMatrix.size(), matrix.size(), "matrix");
-    const SkinPalette palette = combineInfluences(geomMatrix, matrix, bindPreMatrix);
-    T result = cleared(input);
+std::size_t addPointByPoint(const T& input, const SkinWeights& weights, const SkinPalette& palette, T& result,
+                            std::size_t k, std::size_t last) {
     PointWriter<T> write(result);
-
     const vec3* const from = pointsOf(input).data();
     const vec3* const to = pointsOf(result).data();
     const std::size_t pointBound = indexBound(input);
@@ -90,7 +79,7 @@ T IMPL_skin(float envelope, T const& input, mat4 const& geomMatrix, std::vector<
     const std::size_t count = weights.size();
     // The tuples mostly stand together by point, whose sum is then written once, or else by influence, whose columns
     // are then read once.
-    for (std::size_t k = 0; k < count;) {
+    while (k < last) {
         auto [point, influence, weight] = tuples[k];
         requireIndex("weights", k, point, pointBound, "the input");
         requireIndex("weights' influences", k, influence, influenceBound, "matrix");
@@ -117,6 +106,50 @@ T IMPL_skin(float envelope, T const& input, mat4 const& geomMatrix, std::vector<
             } while (std::get<1>(tuples[k]) == influence);
         }
     }
+    return k;
+}
+
+template <class T>
+void addWeights(const T& input, const SkinWeights& weights, const SkinPalette& palette, T& result) {
+    addPointByPoint(input, weights, palette, result, 0, weights.size());
+}
+
+template <>
+void addWeights(const Mesh& input, const SkinWeights& weights, const SkinPalette& palette, Mesh& result) {
+    if (!canAddWide()) {
+        addPointByPoint(input, weights, palette, result, 0, weights.size());
+        return;
+    }
+    const SkinSums sums{weights.data(),      weights.size(),       palette.data(),     palette.size(),
+                        input.points.data(), result.points.data(), input.points.size()};
+    std::size_t pause = kLeastPause;
+    for (std::size_t k = 0; k < weights.size();) {
+        const std::size_t first = std::exchange(k, addAlikePoints(sums, k));
+        pause = k > first ? kLeastPause : std::min(2 * pause, kMostPause);
+        const std::size_t last = std::min(k + pause, weights.size());
+        while (k < last) {
+            k = addWholePoints(sums, k, last);
+            if (k < last) {
+                k = addPointByPoint(input, weights, palette, result, k, k + 1);
+            }
+        }
+    }
+}
+
+} // namespace
+
+template <class T>
+T IMPL_skin(float envelope, T const& input, mat4 const& geomMatrix, std::vector<mat4> const& matrix,
+            std::vector<mat4> const& bindPreMatrix, SkinWeights const& weights) {
+    // The envelope only gates: there is no blend with the input.
+    if (!(envelope >= kThreshold)) {
+        return input;
+    }
+    requireConsistent(input, "input");
+    requireAtLeast("bindPreMatrix", bindPreMatrix.size(), matrix.size(), "matrix");
+    const SkinPalette palette = combineInfluences(geomMatrix, matrix, bindPreMatrix);
+    T result = cleared(input);
+    addWeights(input, weights, palette, result);
     return result;
 }
 
