@@ -173,6 +173,9 @@ Status runReports(const host::Options& options, host::Terminal& terminal) {
 
 /// Writes a manifest of the scene, and tells the notes.
 Status makeManifest(const host::Options& options, host::Terminal& terminal) {
+    host::setProgressDisplay([&terminal](const host::Progress& progress) {
+        terminal.progress(fmt::format("node {} of {}: {}", progress.amount, progress.greatest, progress.status));
+    });
     const host::CommandOutcome outcome = runCommand(options, "ZentMayaTools", "ZentManifest", options.exportWords());
     if (const auto* notes = std::get_if<std::string>(&outcome.result); notes != nullptr) {
         terminal.info(notes->substr(0, notes->find_last_not_of('\n') + 1));

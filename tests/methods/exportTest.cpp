@@ -1,3 +1,4 @@
+#include "zent/check/Run.h"
 #include "zent/methods/Exporter.h"
 #include "zent/methods/Lint.h"
 #include "zent/methods/WholeFiles.h"
@@ -500,6 +501,45 @@ TEST_F(ExportTest, TangentsBecomeNumbers) {
                                                       {7, {kPi / 2, 0, 0, 0}}, {8, {2, 5, 2, 2}}};
     EXPECT_EQ(numbers, expected);
     EXPECT_NE(result.notes.find("animCurve: its plugs were not confirmed in Maya"), std::string::npos);
+}
+
+/// Nodes that feed one another, a chain that never comes to its start, a multi of very many elements, and an index at
+/// the end of all.
+TEST_F(ExportTest, HostileScenesEnd) {
+    json elements = json::object();
+    for (int i = 0; i < 50000; ++i) {
+        elements[std::to_string(7 * i)] = 1;
+    }
+    json nodes = json::parse(R"({
+        "a": {"type": "addDoubleLinear", "input1": 0, "input2": 1, "output": 1},
+        "b": {"type": "addDoubleLinear", "input1": 0, "input2": 1, "output": 1},
+        "far": {"type": "plusMinusAverage", "operation": 1, "output1D": 1, "input1D": {"multi": {"4294967295": 1}}},
+        "u": {"type": "unitConversion", "input": 0, "conversionFactor": 1, "output": 0},
+        "|r": {"type": "joint"}, "|e": {"type": "ikEffector"}, "s": {"type": "ikSCsolver"},
+        "|n": {"type": "ikHandle", "startJoint": {"message": null}, "endEffector": {"message": null}, "ikSolver": {"message": null}}})");
+    nodes["many"] = {
+        {"type", "plusMinusAverage"}, {"operation", 1}, {"output1D", 50000}, {"input1D", {{"multi", elements}}}};
+    const json connections =
+        json::parse(R"([["a.output", "b.input1"], ["b.output", "u.input"], ["u.output", "a.input1"],
+        ["|r.message", "|n.startJoint"], ["|e.message", "|n.endEffector"], ["s.message", "|n.ikSolver"], ["a.output", "many.operation"]])");
+    struct : RunProgress {
+        void beginRecord(const std::string& node, const std::string& type) override {
+            told.push_back(node + " " + type);
+        }
+        void beginPoints() override {}
+        std::vector<std::string> told;
+    } progress;
+    ExportSettings settings;
+    settings.progress = &progress;
+    const Exported all = exported(nodes, connections, settings);
+    EXPECT_EQ(all.records("addDoubleLinear"), 2U);
+    EXPECT_EQ(all.records("plusMinusAverage1D"), 1U) << all.notes;
+    EXPECT_NE(all.notes.find("its effector is not below its start joint"), std::string::npos) << all.notes;
+    EXPECT_NE(all.notes.find("far.input1D[4294967295] is not found by its name"), std::string::npos);
+    EXPECT_EQ(progress.told.size(), nodes.size());
+    EXPECT_EQ(std::count(progress.told.begin(), progress.told.end(), "n ikHandle"), 1);
+    settings.onlySelected = settings.withHistory = true;
+    EXPECT_EQ(exported(nodes, connections, settings, {"many"}).records("addDoubleLinear"), 2U);
 }
 
 TEST_F(ExportTest, TakesTheNodesAndMethodsThatAreAsked) {

@@ -1,5 +1,6 @@
 #include "zent/methods/Exporter.h"
 
+#include "zent/check/Run.h"
 #include "zent/math/require.h"
 #include "zent/methods/Context.h"
 #include "zent/methods/WholeFiles.h"
@@ -120,7 +121,11 @@ public:
     }
 
     void add(const SceneNode& node) {
-        if (!names_.holds(node.name())) {
+        const std::string name = node.name();
+        if (settings_.progress != nullptr) {
+            settings_.progress->beginRecord(name, node.type());
+        }
+        if (!names_.holds(name)) {
             return;
         }
         ++outcome_.nodes;

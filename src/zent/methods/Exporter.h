@@ -6,6 +6,7 @@
 
 namespace zent {
 
+class RunProgress;
 class WholeFiles;
 
 /// What to write a manifest of.
@@ -14,10 +15,11 @@ struct ExportSettings {
     std::string resource;
     std::string notes; ///< a file for the notes; empty for none
     bool onlySelected = false;
-    bool withHistory = false;   ///< and what is upstream of what is selected
-    std::string nameSpace;      ///< only the nodes in it, by names for a check in it; empty for all nodes
-    std::set<std::string> skip; ///< methods to leave out
-    std::set<std::string> only; ///< methods to keep; empty for all
+    bool withHistory = false;        ///< and what is upstream of what is selected
+    std::string nameSpace;           ///< only the nodes in it, by names for a check in it; empty for all nodes
+    std::set<std::string> skip;      ///< methods to leave out
+    std::set<std::string> only;      ///< methods to keep; empty for all
+    RunProgress* progress = nullptr; ///< told of each node, in the place of a record, and of its type
 };
 
 /// What became of an export.

@@ -1,8 +1,10 @@
 #include "zent/methods/Lint.h"
 
+#include "zent/check/CheckCall.h"
 #include "zent/math/require.h"
 #include "zent/methods/NodeTable.h"
 #include "zent/methods/plugName.h"
+#include "zent/methods/SceneNode.h"
 #include "zent/proxies/Registry.h"
 #include "zent/values/jsonAccess.h"
 #include "zent/values/nearestName.h"
@@ -372,8 +374,32 @@ private:
     }
 
     std::string plugProblem(const std::string& name) const {
-        const std::string problem = plugNameProblem(name);
-        return problem.empty() && hasScene_ ? plugLookUpProblem(name) : problem;
+        std::string problem = plugNameProblem(name);
+        if (problem.empty() && hasScene_) {
+            problem = plugLookUpProblem(name);
+            return problem.empty() ? elementProblem(selectPlug(name)) : problem;
+        }
+        return problem;
+    }
+
+    /// An element that a multi does not have reads as its default value, without an error.
+    std::string elementProblem(const MPlug& plug) const {
+        for (MPlug at = plug; !at.isNull(); at = at.isElement() ? at.array() : at.parent()) {
+            if (!at.isElement()) {
+                continue;
+            }
+            const MPlug multi = at.array();
+            const auto [known, isNew] = elements_.try_emplace(toStd(multi.name()));
+            if (isNew) {
+                const std::vector<unsigned int> indices = indicesOf(multi);
+                known->second.insert(indices.begin(), indices.end());
+            }
+            if (known->second.count(at.logicalIndex()) == 0) {
+                return fmt::format("\"{}\" has no element {}: what is read is a default value", known->first,
+                                   at.logicalIndex());
+            }
+        }
+        return "";
     }
 
     /// The numbers of an entry, as far as they can be known.
@@ -457,6 +483,7 @@ private:
     std::vector<std::string> names_;
     std::map<std::string, MethodInfo> methods_;
     std::map<std::string, std::vector<const NodeRow*>> rows_;
+    mutable std::map<std::string, std::set<unsigned int>> elements_; ///< of the multis that were asked for
     Mistake at_;
     std::vector<Mistake> mistakes_;
 };

@@ -30,9 +30,9 @@ struct LintSettings {
 
 /// Every mistake of a manifest: methods that do not exist; attributes that are missing, surplus or have the wrong
 /// number of entries; values of the wrong type; blocks that are missing, cannot be what they are read as, or are read
-/// as two things; plugs that do not exist or of which a part leads nowhere; lists that should ascend and do not; angles
-/// above a full turn, which look like degrees; results on plugs that are not the method's. Throws std::runtime_error
-/// for a resource file that cannot be read, and what readResourceBlocks throws.
+/// as two things; plugs that do not exist or of which a part leads nowhere, elements that a multi does not have; lists
+/// that should ascend and do not; angles above a full turn, which look like degrees; results on plugs that are not the
+/// method's. Throws std::runtime_error for a resource file that cannot be read, and what readResourceBlocks throws.
 std::vector<Mistake> lint(const json& manifest, const LintSettings& settings);
 
 } // namespace zent

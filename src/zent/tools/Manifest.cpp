@@ -1,5 +1,6 @@
 #include "zent/tools/Manifest.h"
 
+#include "zent/check/CheckCall.h"
 #include "zent/methods/Exporter.h"
 #include "zent/methods/WholeFiles.h"
 #include "zent/tools/flags.h"
@@ -7,6 +8,7 @@
 #include "zent/values/Select.h"
 
 #include <maya/MGlobal.h>
+#include <maya/MItDependencyNodes.h>
 
 #include <exception>
 #include <sstream>
@@ -34,6 +36,15 @@ std::set<std::string> methodsOf(const MArgDatabase& database, const Flag& flag) 
         }
     }
     return methods;
+}
+
+/// As many as an export without a selection comes to.
+std::size_t nodeCount() {
+    std::size_t count = 0;
+    for (MItDependencyNodes nodes; !nodes.isDone(); nodes.next()) {
+        ++count;
+    }
+    return count;
 }
 
 } // namespace
@@ -70,6 +81,8 @@ MStatus ZentManifest::doIt(const MArgList& args) {
     MStatus status;
     try {
         WholeFiles files({openScene()});
+        MayaProgress progress(nodeCount());
+        settings.progress = &progress;
         const ExportOutcome outcome = exportManifest(settings, files);
         if (const std::string scene = flagText(database, kSnapshot); !scene.empty()) {
             namescope = settings.nameSpace;
