@@ -16,7 +16,7 @@ namespace {
 constexpr const char* kReport =
     "With a report (deformers are checked too, and all records, unless flags say otherwise)";
 
-constexpr const char* kBatch = "Many checks";
+constexpr const char* kBatch = "Many checks, and large ones";
 
 constexpr const char* kUsage =
     "Usage: zentcheck [options] MANIFEST [RESOURCE]\n"
@@ -260,11 +260,16 @@ Options parseOptions(int argc, char** argv) {
     for (CLI::Option* other : {make, lint, methods, list, disassemble, compile, snapshot}) {
         batch->excludes(other);
     }
-    app.add_option("--jobs", options.jobs, "How many processes [as many as there are processors]")
-        ->check(CLI::Validator(checkCount, ""))
-        ->type_name("N")
-        ->needs(batch)
-        ->group(kBatch);
+    CLI::Option* jobs =
+        app.add_option("--jobs", options.jobs,
+                       "How many processes check a list, or share out one check's records [of a list, as "
+                       "many as there are processors; else one]")
+            ->check(CLI::Validator(checkCount, ""))
+            ->type_name("N")
+            ->group(kBatch);
+    for (CLI::Option* other : {make, lint, methods, list, disassemble, compile, snapshot}) {
+        jobs->excludes(other);
+    }
     app.add_option("--shard", "Only the I-th of N parts of the list")
         ->check(CLI::Validator([&options](std::string& text) { return readShard(text, options.shard); }, ""))
         ->type_name("I/N")
@@ -285,6 +290,9 @@ Options parseOptions(int argc, char** argv) {
         app.parse(argc, argv);
         if (!options.batch.empty() && !(options.manifest.empty() && options.scenes.empty())) {
             throw CLI::ValidationError("--batch", "the list has the manifests and the scenes");
+        }
+        if (options.jobs && options.batch.empty() && (options.isChained || options.plugin)) {
+            throw CLI::ExcludesError("--jobs", options.isChained ? "--chain" : "--plugin");
         }
         if (options.makeManifest && options.resource.empty()) {
             throw CLI::RequiredError("RESOURCE");

@@ -15,6 +15,7 @@
 #include "zentcheck/Plugin.h"
 #include "zentcheck/Reports.h"
 #include "zentcheck/runBatch.h"
+#include "zentcheck/runJobs.h"
 #include "zentcheck/Summary.h"
 #include "zentcheck/Terminal.h"
 
@@ -47,6 +48,14 @@ host::CommandOutcome runCommand(const host::Options& options, const std::string&
     return outcome;
 }
 
+/// The command of a check, in this process or by workers.
+host::CommandOutcome runCheckCommand(const host::Options& options, host::Terminal& terminal, bool isReport,
+                                     const std::vector<std::string>& words) {
+    return options.jobs ? host::runJobs(*options.jobs, isReport, words, terminal)
+           : isReport   ? runCommand(options, "ZentMayaTools", "ZentReport", words)
+                        : runCommand(options, "ZentMayaNodes", "ZentCheck", words);
+}
+
 /// A run with nothing to report writes no log, and an earlier run's would seem to be its own.
 void removeLog(const std::string& folder) {
     if (!folder.empty()) {
@@ -64,10 +73,9 @@ const char* inWords(Status status) {
     return status == kMatched ? "all records that ran matched" : status == kMismatched ? "mismatch" : "the run failed";
 }
 
-Status checkScene(const host::Options& options, const std::string& logFolder) {
+Status checkScene(const host::Options& options, host::Terminal& terminal, const std::string& logFolder) {
     removeLog(logFolder);
-    const host::CommandOutcome outcome =
-        runCommand(options, "ZentMayaNodes", "ZentCheck", options.commandWords(logFolder));
+    const host::CommandOutcome outcome = runCheckCommand(options, terminal, false, options.commandWords(logFolder));
     const bool* matched = std::get_if<bool>(&outcome.result);
     return outcome.status.error() || matched == nullptr ? kFailed : *matched ? kMatched : kMismatched;
 }
@@ -103,12 +111,11 @@ Status checkScenes(const host::Options& options, host::Terminal& terminal, Check
 }
 
 Status runCheck(const host::Options& options, host::Terminal& terminal) {
-    const Status status = options.scenes.size() > 1
-                              ? checkScenes(options, terminal,
-                                            [&options](const std::string&, const std::string& folder) {
-                                                return checkScene(options, folder);
-                                            })
-                              : checkScene(options, options.logFolder());
+    const Status status = options.scenes.size() > 1 ? checkScenes(options, terminal,
+                                                                  [&](const std::string&, const std::string& folder) {
+                                                                      return checkScene(options, terminal, folder);
+                                                                  })
+                                                    : checkScene(options, terminal, options.logFolder());
     terminal.setSummary(inWords(status));
     return status;
 }
@@ -133,7 +140,7 @@ Status runReport(const host::Options& options, host::Terminal& terminal, const s
     if (!reports.results().empty()) {
         words.insert(words.end(), {"-results", reports.results()});
     }
-    const host::CommandOutcome outcome = runCommand(options, "ZentMayaTools", "ZentReport", words);
+    const host::CommandOutcome outcome = runCheckCommand(options, terminal, true, words);
     reports.write();
     const std::string* text = std::get_if<std::string>(&outcome.result);
     if (text == nullptr) {

@@ -83,12 +83,15 @@ Outcome run(const std::string& command) {
 
 Outcome zentcheck(const std::string& arguments) {
     const Outcome outcome = run(std::string(ZENTCHECK) + " " + arguments);
-    const bool isCheck =
-        (outcome.status == 0 || outcome.status == 1) &&
-        !holds(arguments, {"--results", "--strict", "--lint", "--list-methods", "--list-resources", "--disassemble",
-                           "--compile-expression", "--plugin", "--output-directory", "--snapshot"}) &&
-        arguments.find("--scene ") == arguments.rfind("--scene "); // a report is of one scene
+    const bool isCheck = (outcome.status == 0 || outcome.status == 1) &&
+                         !holds(arguments, {"--results", "--strict", "--lint", "--list-methods", "--list-resources",
+                                            "--disassemble", "--compile-expression", "--plugin", "--batch",
+                                            "--make-manifest", "--output-directory", "--snapshot"}) &&
+                         arguments.find("--scene ") == arguments.rfind("--scene "); // a report is of one scene
     if (isCheck) {
+        const Outcome byJobs = run(std::string(ZENTCHECK) + " --jobs 2 " + arguments);
+        EXPECT_EQ(byJobs.out + byJobs.err, outcome.out + outcome.err) << arguments;
+        EXPECT_EQ(byJobs.status, outcome.status) << arguments;
         expectTheSameWithAReport(arguments, outcome);
     }
     return outcome;

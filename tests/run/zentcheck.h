@@ -18,7 +18,7 @@ struct Outcome {
 Outcome run(const std::string& command);
 
 /// Runs zentcheck with arguments as a shell would take them, in a fresh folder of this test. A check that ends is run
-/// once more with a report, which must come to the same.
+/// once more by two worker processes and once with a report, which must come to the same.
 Outcome zentcheck(const std::string& arguments);
 
 /// The lines of a results file.

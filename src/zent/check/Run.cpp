@@ -109,9 +109,13 @@ RecordEnd Run::fail(const std::string& node, const std::string& method, const st
 
 bool Run::end() const {
     if (!stopped_ && !ignored_.empty()) { // deliberately no warning of those ignored before the run stopped
-        display_.warning(fmt::format("ignored methods({}): [{}]", ignored_.size(), fmt::join(ignored_, ",")));
+        display_.warning(ignoredText(ignored_));
     }
     return matched_;
+}
+
+std::string Run::ignoredText(const std::set<std::string>& methods) {
+    return fmt::format("ignored methods({}): [{}]", methods.size(), fmt::join(methods, ","));
 }
 
 unsigned Run::checkSingle(json record) const {

@@ -86,6 +86,12 @@ public:
     /// The same, record by record: false from `next` ends the run, and `end` yields what `check` does.
     bool next(json&& record);
     bool end() const;
+    /// What `end` goes by: whether the run stopped at a record, the methods that it ignored, and whether all matched.
+    bool isStopped() const { return stopped_; }
+    const std::set<std::string>& ignored() const { return ignored_; }
+    bool matched() const { return matched_; }
+    /// What `end` tells of them.
+    static std::string ignoredText(const std::set<std::string>& methods);
 
     /// One record: its outcome. A mismatch has been reported to the log by then. Throws what the getters, the adapter
     /// and the comparison throw.

@@ -265,6 +265,10 @@ void ResultsWriter::write(const RecordLine& record) {
 
 void ResultsWriter::flush() {
     line_.push_back('\n');
+    if (take_) {
+        take_({line_.data(), line_.size()});
+        return;
+    }
     const char* next = line_.data();
     const char* const end = next + line_.size();
     while (next != end) {
@@ -280,7 +284,7 @@ void ResultsWriter::flush() {
 }
 
 bool ResultsWriter::close() {
-    if (isOpen() && ::close(std::exchange(file_, -1)) != 0) {
+    if (file_ >= 0 && ::close(std::exchange(file_, -1)) != 0) {
         problem_ = "cannot write results file " + path_ + ": " + std::strerror(errno);
     }
     return problem_.empty();

@@ -9,12 +9,14 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 /// Writes results files (docs/results-format.md).
@@ -73,7 +75,9 @@ public:
     /// Throws std::runtime_error with the reason. Until then, lines go nowhere. Of a file that is there, its first
     /// `kept` bytes stay, and lines come behind them.
     void open(const std::string& path, std::uint64_t kept = 0);
-    bool isOpen() const { return file_ >= 0; }
+    /// Lines go to a function from now on, each with its end.
+    void open(std::function<void(std::string_view)> take) { take_ = std::move(take); }
+    bool isOpen() const { return file_ >= 0 || take_; }
     /// Why the file was given up; empty where it was not.
     const std::string& problem() const { return problem_; }
 
@@ -88,6 +92,7 @@ private:
 
     std::string path_;
     int file_ = -1;
+    std::function<void(std::string_view)> take_;
     std::string problem_;
     fmt::memory_buffer line_;
 };

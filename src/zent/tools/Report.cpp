@@ -4,6 +4,7 @@
 #include "zent/check/CheckCall.h"
 #include "zent/check/readManifest.h"
 #include "zent/tools/Chain.h"
+#include "zent/tools/ReportCall.h"
 #include "zent/tools/ReportObserver.h"
 #include "zent/values/Log.h"
 #include "zent/values/Port.h"
@@ -81,17 +82,6 @@ json givenFlags(const MArgDatabase& database) {
     return given;
 }
 
-/// What a call asks for.
-struct Call {
-    std::string manifest;
-    std::string resource;
-    std::string results;
-    RunSettings run;
-    ReportSettings report;
-    bool isChained = false;
-    json flags = json::object(); ///< those that were given, by their long names
-};
-
 double numberOf(const MArgDatabase& database, const Flag& flag) {
     double value = std::nan("");
     database.getFlagArgument(flag.shortName, 0, value);
@@ -99,27 +89,6 @@ double numberOf(const MArgDatabase& database, const Flag& flag) {
         throw std::runtime_error(std::string("flag ") + flag.longName + " should be a number from 0 on");
     }
     return value;
-}
-
-void readReportFlags(const MArgDatabase& database, Call& call) {
-    if (database.isFlagSet(kResults.shortName)) {
-        MString text;
-        database.getFlagArgument(kResults.shortName, 0, text);
-        call.results = toStd(text);
-    }
-    if (database.isFlagSet(kWarn.shortName)) {
-        call.report.warn = numberOf(database, kWarn);
-    }
-    if (database.isFlagSet(kRelative.shortName)) {
-        call.report.tolerance.relative = numberOf(database, kRelative);
-    }
-    if (database.isFlagSet(kPoints.shortName)) {
-        unsigned int points = 0;
-        database.getFlagArgument(kPoints.shortName, 0, points);
-        call.report.mostPoints = points;
-    }
-    call.isChained = database.isFlagSet(kChain.shortName) && valueOf<bool>(database, kChain);
-    call.report.tolerance.epsilon = call.run.epsilon;
 }
 
 json nullIfEmpty(const std::string& text) {
@@ -134,7 +103,7 @@ std::string utcNow() {
     return {text.data(), std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%SZ", &utc)};
 }
 
-std::string header(const Call& call, std::size_t records) {
+std::string header(const ReportCall& call, std::size_t records) {
     const std::string version = toStd(MGlobal::mayaVersion());
     const bool isMaya = !version.empty() && std::isdigit(static_cast<unsigned char>(version.front())) != 0;
     return nlohmann::ordered_json{{"format", "zent-results"},
@@ -154,29 +123,11 @@ std::string header(const Call& call, std::size_t records) {
         .dump(-1, ' ', false, json::error_handler_t::replace);
 }
 
-/// A results file in place of one that the run reads would end both.
-void openResults(const Call& call, ResultsWriter& writer) {
-    for (const std::string& input : {call.manifest, call.resource}) {
-        std::error_code ignored;
-        if (!input.empty() && std::filesystem::equivalent(call.results, input, ignored)) {
-            throw std::runtime_error("results file " + call.results + " would overwrite " + input);
-        }
-    }
-    writer.open(call.results);
-}
-
-std::string dumped(const json& value) {
-    return withNamedNumbers(value).dump(-1, ' ', false, json::error_handler_t::replace);
-}
-
 /// The run: its summary.
-json run(const Call& call, Manifest& manifest, ResultsWriter& writer) {
+json run(const ReportCall& call, Manifest& manifest, ResultsWriter& writer) {
     const auto start = ReportObserver::Clock::now();
     const std::size_t records = manifest.size();
-    if (!call.results.empty()) {
-        openResults(call, writer);
-        writer.write(header(call, records));
-    }
+    openResults(call, records, writer);
     std::optional<Chain> chain;
     json all(json::value_t::array); // a chained run needs all records before the first one
     if (call.isChained) {
@@ -208,11 +159,58 @@ json run(const Call& call, Manifest& manifest, ResultsWriter& writer) {
             Log::println("chain: " + line);
         }
     }
-    writer.write(dumped({{"summary", summary}}));
+    writer.write(resultsLine({{"summary", summary}}));
     return summary;
 }
 
 } // namespace
+
+ReportCall::ReportCall(std::string manifestPath, std::string resourcePath)
+    : manifest(std::move(manifestPath)), resource(std::move(resourcePath)) {
+    run.ignoreDeformer = false;
+    run.stopOnFirstError = false;
+}
+
+void readReportFlags(const MArgDatabase& database, ReportCall& call) {
+    if (database.isFlagSet(kResults.shortName)) {
+        MString text;
+        database.getFlagArgument(kResults.shortName, 0, text);
+        call.results = toStd(text);
+    }
+    if (database.isFlagSet(kWarn.shortName)) {
+        call.report.warn = numberOf(database, kWarn);
+    }
+    if (database.isFlagSet(kRelative.shortName)) {
+        call.report.tolerance.relative = numberOf(database, kRelative);
+    }
+    if (database.isFlagSet(kPoints.shortName)) {
+        unsigned int points = 0;
+        database.getFlagArgument(kPoints.shortName, 0, points);
+        call.report.mostPoints = points;
+    }
+    call.isChained = database.isFlagSet(kChain.shortName) && valueOf<bool>(database, kChain);
+    call.report.tolerance.epsilon = call.run.epsilon;
+    call.flags = givenFlags(database);
+}
+
+// A results file in place of one that the run reads would end both.
+void openResults(const ReportCall& call, std::size_t records, ResultsWriter& writer) {
+    if (call.results.empty()) {
+        return;
+    }
+    for (const std::string& input : {call.manifest, call.resource}) {
+        std::error_code ignored;
+        if (!input.empty() && std::filesystem::equivalent(call.results, input, ignored)) {
+            throw std::runtime_error("results file " + call.results + " would overwrite " + input);
+        }
+    }
+    writer.open(call.results);
+    writer.write(header(call, records));
+}
+
+std::string resultsLine(const json& value) {
+    return withNamedNumbers(value).dump(-1, ' ', false, json::error_handler_t::replace);
+}
 
 void* ZentReport::creator() {
     ZentCheck::initProxies();
@@ -243,16 +241,13 @@ MStatus ZentReport::doIt(const MArgList& args) {
     }
     MStatus status = MStatus::kSuccess;
     try {
-        Call call{toStd(path), toStd(resource), {}, {}, {}};
-        call.run.ignoreDeformer = false;
-        call.run.stopOnFirstError = false;
+        ReportCall call(toStd(path), toStd(resource));
         Manifest manifest(file);
         Element::storage().load(call.resource);
         readCheckFlags(database, call.run);
         readReportFlags(database, call);
-        call.flags = givenFlags(database);
         ResultsWriter writer;
-        setResult(toMaya(dumped(run(call, manifest, writer))));
+        setResult(toMaya(resultsLine(run(call, manifest, writer))));
         if (!writer.close()) {
             throw std::runtime_error(writer.problem());
         }

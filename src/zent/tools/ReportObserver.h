@@ -41,11 +41,19 @@ public:
     bool survives(const std::exception& error) override;
     bool endRecord(RecordEnd end) override;
 
+    static constexpr std::size_t kMostSampled = 1000; ///< records; a page shows no more
+
+protected:
+    /// The next record has this index.
+    void startAt(std::uint64_t index) { line_.index = index; }
+    /// The last record's.
+    const RecordLine& line() const { return line_; }
+    /// Records whose curves were sampled.
+    std::size_t sampled() const { return sampled_; }
+
 private:
     void completeShapes();
     const std::string& nearestMethod(const std::string& method);
-
-    static constexpr std::size_t kMostSampled = 1000; ///< records; a page shows no more
 
     const ReportSettings settings_;
     ResultsWriter& writer_;
