@@ -13,7 +13,7 @@ import threading
 import numpy as np
 
 from . import nodes
-from ._zent import Curve, Error, Lattice, Mesh, ResourceWriter, Surface
+from ._zent import Error, Mesh, ResourceWriter
 from .program import Program, compile_expression
 
 
