@@ -5,6 +5,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <filesystem>
 #include <regex>
 #include <set>
@@ -54,6 +55,36 @@ std::string sources(const std::string& method, const std::string& plug) {
 TEST(SnapshotTest, TheExampleGivesItsLog) {
     EXPECT_EQ(expectOneLog(kArm + "scene.json", kArm + "manifest.json " + kArm + "resource.bin").status, 0);
     EXPECT_EQ(expectOneLog(kArm + "scene.json", kArm + "faults.json " + kArm + "resource.bin").status, 1);
+}
+
+/// What the results file of a chained check has of each record, and its notes.
+std::vector<nlohmann::json> chainedOver(const std::string& scene, const std::string& files) {
+    const std::string results = writeFile("results.jsonl", "");
+    EXPECT_EQ(
+        zentcheck("--chain --results " + results + " --ignore-deformer false --scene " + scene + " " + files).status,
+        0);
+    std::vector<nlohmann::json> lines;
+    for (nlohmann::json& line : readLines(results)) {
+        if (line.contains("index")) {
+            lines.push_back({line["node"], line["chain"]});
+        } else if (line.contains("summary")) {
+            lines.push_back(line["summary"]["chain"]);
+        }
+    }
+    return lines;
+}
+
+// A chain goes through transforms that no record of the manifest is of.
+TEST(SnapshotTest, AChainOverItGivesWhatItGivesOverTheScene) {
+    const std::string files = kArm + "manifest.json " + kArm + "resource.bin";
+    const std::string snapshot = writeFile("snapshot.json", "");
+    ASSERT_EQ(zentcheck("--scene " + kArm + "scene.json --snapshot " + snapshot + " " + files).status, 0);
+    const std::vector<nlohmann::json> there = chainedOver(kArm + "scene.json", files);
+    EXPECT_EQ(there.size(), 64U);
+    EXPECT_EQ(chainedOver(snapshot, files), there);
+    // The clock of the expression is connected as it was.
+    const auto connections = nlohmann::json::parse(readFile(snapshot))["connections"];
+    EXPECT_EQ(std::count(connections.begin(), connections.end(), nlohmann::json({"time1.outTime", "muscle.time"})), 1);
 }
 
 TEST(SnapshotTest, ARigOfEveryMethodGivesItsLog) {

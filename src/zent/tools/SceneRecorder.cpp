@@ -1,5 +1,7 @@
 #include "zent/tools/SceneRecorder.h"
 
+#include "zent/methods/SceneNode.h"
+#include "zent/rig/Upstream.h"
 #include "zent/values/Select.h"
 
 #include <maya/MAnimControl.h>
@@ -17,6 +19,7 @@
 #include <maya/MPlugArray.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <exception>
 #include <utility>
@@ -381,6 +384,19 @@ bool readsAlike(const MPlug& a, const MPlug& b) {
     }
 }
 
+constexpr std::array<const char*, 6> kMatrices{"matrix",      "inverseMatrix",      "parentMatrix",
+                                               "worldMatrix", "worldInverseMatrix", "parentInverseMatrix"};
+/// What they come of.
+constexpr std::array<const char*, 16> kOfMatrices{
+    "matrix",      "parentMatrix", "worldMatrix",          "inheritsTransform",  "translate", "rotate",
+    "rotateOrder", "scale",        "jointOrient",          "inverseScale",       "shear",     "segmentScaleCompensate",
+    "rotatePivot", "scalePivot",   "rotatePivotTranslate", "scalePivotTranslate"};
+
+bool isMatrixOfDag(const MPlug& plug) {
+    const std::string name = MFnAttribute(plug.attribute()).name().asChar();
+    return plug.node().hasFn(MFn::kDagNode) && std::find(kMatrices.begin(), kMatrices.end(), name) != kMatrices.end();
+}
+
 template <class Visit>
 void eachEntry(const nlohmann::json& record, const char* list, Visit&& visit) {
     const auto found = record.find(list);
@@ -412,6 +428,7 @@ SceneRecorder::SceneRecorder(const nlohmann::json& manifest) {
             }
         });
     }
+    addUpstream();
     addConnections();
 }
 
@@ -427,6 +444,45 @@ void SceneRecorder::addName(const std::string& name, bool asSourceMesh) {
     Part& part = add(plug);
     part.isWhole = true;
     addSource(part, asSourceMesh);
+    read_.push_back(plug);
+}
+
+/// What a chained check follows from plug to plug, and what it makes the matrices of transforms from.
+void SceneRecorder::addUpstream() {
+    std::set<std::string> passed;
+    for (std::vector<MPlug> left = read_; !left.empty();) {
+        const MPlug plug = left.back();
+        left.pop_back();
+        if (plug.isNull() || !passed.insert(fullNameOf(plug)).second) {
+            continue;
+        }
+        Part& part = add(plug);
+        if (!part.isWhole) {
+            part.isWhole = true;
+            addSource(part, false);
+        }
+        if (const auto step = rig::stepUp(plug)) {
+            left.push_back(step->plug);
+        }
+        if (const auto matrix = rig::matrixAbove(plug)) {
+            left.push_back(*matrix);
+        }
+        const std::vector<MPlug> children = rig::numbersIn(plug);
+        left.insert(left.end(), children.begin(), children.end());
+        const SceneNode node(plug.node());
+        if (node.type() == "unitConversion") {
+            left.push_back(node.plug("conversionFactor"));
+        }
+        if (isMatrixOfDag(plug)) {
+            for (const char* attribute : kOfMatrices) {
+                const MPlug own = node.plug(attribute);
+                left.push_back(!own.isNull() && own.isArray() ? own.elementByLogicalIndex(0) : own);
+            }
+            if (const auto matrix = rig::worldMatrixAbove(node.object())) {
+                left.push_back(*matrix);
+            }
+        }
+    }
 }
 
 /// A name that fits several nodes must not fit one of them alone.

@@ -11,14 +11,16 @@
 #include <string>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 namespace zent {
 
 /// Gathers plugs of the open scene and tells them as a scene file, each with what it is evaluated to now.
 ///
 /// A plug stands in the file with the levels above it and no more of their other parts than a name needs; a compound or
-/// a multi that is itself asked for stands there whole. Connections are kept between the nodes that are read, and into
-/// what is read of them, with the conversions on the way; but none that would change what a plug reads.
+/// a multi that is itself asked for stands there whole. What lies upstream of what is read comes along as far as a
+/// chain of records follows it, transforms without a record included. Connections are kept between the nodes that are
+/// read, and into what is read of them, with the conversions on the way; but none that would change what a plug reads.
 class SceneRecorder {
 public:
     /// What the records of a manifest read. Names that lead nowhere are left out, as the check will find. Throws the
@@ -50,6 +52,7 @@ private:
     /// Whether a plug stands in the file, itself or with what is below it; null for none.
     const Part* find(const MPlug& plug) const;
     void addSource(Part& part, bool asSourceMesh);
+    void addUpstream();
     void addConnections();
     void addConnectionsInto(const MPlug& fed);
     bool addConnection(const MPlug& source, const MPlug& fed);
@@ -61,6 +64,7 @@ private:
     std::map<std::string, Record> nodes_; ///< by full path
     std::set<std::pair<std::string, std::string>> connections_;
     std::set<std::pair<std::string, bool>> names_;           ///< that were added
+    std::vector<MPlug> read_;                                ///< the plugs of those names
     std::unordered_multimap<std::string, MObject> dagNodes_; ///< by their own names, once a name led nowhere
 };
 
