@@ -17,6 +17,7 @@ zent_require(nlohmann_json nlohmann-json3-dev)
 zent_require(fmt libfmt-dev)
 if(NOT ZENT_MAYA_DEVKIT)
     zent_require(CLI11 libcli11-dev)
+    zent_require(TBB libtbb-dev)
     find_package(Threads REQUIRED)
     # The libraries of the report's page, which is put together when the program is built.
     foreach(script IN ITEMS "THREE_JS libjs-three three/three.min.js"

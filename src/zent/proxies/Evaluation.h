@@ -46,6 +46,8 @@ public:
     virtual Slot argument(unsigned int index, const EntryPlace& entry) = 0;
     /// Where the value of a result's entry stands since the last evaluation; kind none where there is no such result.
     virtual Slot output(unsigned int attribute, std::size_t position) = 0;
+    /// Whether the outputs' places hold as long as the evaluation, whatever it makes.
+    virtual bool staysInPlace() const { return false; }
     /// Throws what the node function throws.
     virtual void evaluate() = 0;
     /// The parts that evaluate() may be done in at the same time: `begin`, then the points from one to another, of all.

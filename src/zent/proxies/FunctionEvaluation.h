@@ -45,10 +45,15 @@ public:
         static const std::vector<unsigned int> kNone;
         return Results<Value>::at(value_, attribute, {position, kNone});
     }
+    bool staysInPlace() const override { return std::is_floating_point_v<Value> || kIsVector<Value>; }
     void evaluate() override { inside_(values_, value_); }
     void show(json& outputs) const override { show_(outputs, value_); }
 
 private:
+    template <class T>
+    static constexpr bool kIsVector = std::is_same_v<T, vec2> || std::is_same_v<T, vec3> || std::is_same_v<T, vec4> ||
+                                      std::is_same_v<T, quat> || std::is_same_v<T, mat4>;
+
     template <std::size_t... I>
     Slot argument(unsigned int index, const EntryPlace& entry, std::index_sequence<I...>) {
         Slot slot;

@@ -3,6 +3,7 @@
 #include "zent/proxies/Evaluation.h"
 #include "zent/proxies/Proxy.h"
 #include "zent/rig/Rig.h"
+#include "zent/rig/Schedule.h"
 
 #include <cstdint>
 #include <memory>
@@ -56,10 +57,24 @@ struct Input {
     std::vector<Use> uses;
 };
 
+/// What an evaluation needs of an edge, side by side with those of its node.
+struct Wire {
+    Evaluation* evaluation; ///< the source
+    const float* from;      ///< its floats where they stay in place, and go over as they are; else null
+    std::uint32_t source;
+    std::uint32_t attribute;
+    std::uint32_t position;
+    unsigned int first;
+    float factor;
+    Target target;
+};
+
 struct Node {
     std::unique_ptr<Proxy> proxy; ///< outlives its evaluation
     std::unique_ptr<Evaluation> evaluation;
     std::vector<Edge> edges;
+    std::uint32_t wires = 0; ///< the first one, and the one behind the last one
+    std::uint32_t wiresEnd = 0;
     std::vector<std::uint32_t> targets; ///< the nodes that read it
     std::string problem;                ///< why the last evaluation failed; empty where it did not
 };
@@ -79,6 +94,9 @@ public:
 
     /// Evaluates everything once, leaves out the edges that bring nothing that fits, and tells them in the notes.
     void settle();
+    /// By whom evaluations are done from now on: null for the caller alone.
+    void setWorkers(std::shared_ptr<Workers> workers);
+    const Workers* workers() const { return workers_.get(); }
     /// Evaluates what is marked, and returns how many nodes that were.
     std::size_t evaluate();
     void mark(std::uint32_t node) { marks_[node] = 1; }
@@ -88,9 +106,18 @@ public:
 
 private:
     bool bring(Node& node);
+    void lay(std::uint32_t node);
     void run(std::uint32_t node);
+    std::size_t evaluateInOrder();
+    std::size_t evaluateSideBySide();
+    void runSplit(std::uint32_t node);
+    std::vector<double> measure();
 
-    std::vector<char> marks_; ///< of the nodes that have to be evaluated
+    std::vector<Wire> wires_;
+    std::vector<char> failed_; ///< of the nodes with a problem
+    std::vector<char> marks_;  ///< of the nodes that have to be evaluated
+    std::shared_ptr<Workers> workers_;
+    std::unique_ptr<Schedule> schedule_; ///< made by the first evaluation that has workers
 };
 
 /// "elbow(joint)".

@@ -84,6 +84,13 @@ public:
     /// points, and for an input that is none.
     void setPoints(PlugId input, const vec3* points, std::size_t count);
 
+    /// How many threads an evaluation may use: 1, which it begins with, is the caller's alone, 0 all that the machine
+    /// has. Branches that read nothing of one another are evaluated side by side, and the points of a mesh's deformer
+    /// are shared out, where that gains; all results are the same bit for bit. The next evaluation measures what each
+    /// record costs, and takes some times as long.
+    void setThreads(unsigned int threads);
+    unsigned int threads() const;
+
     /// Evaluates the records that depend on an input that changed, and returns how many there were; the first call
     /// evaluates all. Throws std::runtime_error, naming the record, where one cannot be evaluated, after all others
     /// that do not depend on it.

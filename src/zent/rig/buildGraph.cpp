@@ -572,7 +572,11 @@ Graph Builder::build(json manifest) {
         for (Edge& edge : draft.edges) {
             edge.source = places[edge.source];
         }
-        graph_.nodes.push_back({std::move(draft.proxy), std::move(draft.evaluation), std::move(draft.edges), {}, {}});
+        Node node;
+        node.proxy = std::move(draft.proxy);
+        node.evaluation = std::move(draft.evaluation);
+        node.edges = std::move(draft.edges);
+        graph_.nodes.push_back(std::move(node));
         graph_.records.push_back(std::move(draft.info));
     }
     for (Output& output : graph_.outputs) {
