@@ -25,5 +25,7 @@ void requireAgreement(const std::string& name, bool agree);
 
 void expressionPeers();
 void deformerPeers();
+void ikPeers();
+void surfacePeers();
 
 } // namespace zent::peers

@@ -1,5 +1,6 @@
 // Deformers of 100,000 points beside plain loops, and Eigen compiled for this processor.
 #include "eigenSkin.h"
+#include "latticeLoop.h"
 #include "Pair.h"
 
 #include "zent/math/lanes.h"
@@ -163,6 +164,15 @@ void latticePeer() {
     plain();
     requireAgreement("lattice", agree(mesh.points, theirs));
     measure({"lattice of 4 by 4 by 4, 100,000 points", "a plain loop for this lattice alone", product, plain});
+    static_assert(kPoints % 16 == 0, "a loop over sixteen has no rest");
+    const auto aside = [&] { portableLatticeLoop(&lattice.points[0].x, &rest.points[0].x, &theirs[0].x, kPoints); };
+    aside();
+    requireAgreement("lattice, 16 points", agree(mesh.points, theirs));
+    measure({"lattice of 4 by 4 by 4, 100,000 points", "the same, 16 points side by side", product, aside});
+    const auto native = [&] { nativeLatticeLoop(&lattice.points[0].x, &rest.points[0].x, &theirs[0].x, kPoints); };
+    native();
+    requireAgreement("lattice, 16 points, for this processor", agree(mesh.points, theirs));
+    measure({"lattice of 4 by 4 by 4, 100,000 points", "that, compiled for this processor", product, native});
 }
 
 void keyedCurvePeer() {

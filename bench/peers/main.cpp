@@ -102,4 +102,6 @@ int main(int count, char** words) {
     std::puts("|---|---|---|---|---|");
     expressionPeers();
     deformerPeers();
+    ikPeers();
+    surfacePeers();
 }

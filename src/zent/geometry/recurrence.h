@@ -9,16 +9,17 @@
 namespace zent {
 
 /// A table of A2.3 for degree P: basis functions of each degree on and above the diagonal, knot differences below it.
-template <int P>
-using BasisTable = std::array<std::array<float, P + 1>, P + 1>;
+/// Of one parameter, or of several side by side on the same span.
+template <int P, class Real = float>
+using BasisTable = std::array<std::array<Real, P + 1>, P + 1>;
 
 /// The knots on both sides of u: left[j] = u - knots[span + 1 - j], right[j] = knots[span + j] - u, j from 1 to P.
-template <int P>
+template <int P, class Real>
 struct KnotDistances {
-    std::array<float, P + 1> left{};
-    std::array<float, P + 1> right{};
+    std::array<Real, P + 1> left{};
+    std::array<Real, P + 1> right{};
 
-    KnotDistances(unsigned span, float u, const std::vector<float>& knots) {
+    KnotDistances(unsigned span, const Real& u, const std::vector<float>& knots) {
         for (int j = 1; j <= P; ++j) {
             left[j] = u - knots[span + 1 - j];
             right[j] = knots[span + j] - u;
@@ -26,16 +27,16 @@ struct KnotDistances {
     }
 };
 
-template <int P>
-BasisTable<P> basisTable(unsigned span, float u, const std::vector<float>& knots) {
-    const KnotDistances<P> distances(span, u, knots);
-    BasisTable<P> ndu{};
-    ndu[0][0] = 1.0f;
+template <int P, class Real>
+BasisTable<P, Real> basisTable(unsigned span, const Real& u, const std::vector<float>& knots) {
+    const KnotDistances<P, Real> distances(span, u, knots);
+    BasisTable<P, Real> ndu{};
+    ndu[0][0] = Real{} + 1.0f;
     for (int j = 1; j <= P; ++j) {
-        float saved = 0.0f;
+        Real saved{};
         for (int r = 0; r < j; ++r) {
             ndu[j][r] = distances.right[r + 1] + distances.left[j - r];
-            const float temp = ndu[r][j - 1] / ndu[j][r];
+            const Real temp = ndu[r][j - 1] / ndu[j][r];
             ndu[r][j] = saved + distances.right[r + 1] * temp;
             saved = distances.left[j - r] * temp;
         }

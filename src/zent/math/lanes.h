@@ -5,6 +5,10 @@
 #include <cstddef>
 #include <cstring>
 
+#if defined(__GNUC__) && defined(__SSE2__) && !defined(ZENT_PLAIN_LANES)
+#include <emmintrin.h>
+#endif
+
 namespace zent {
 
 /// How many floats a register of the portable code holds.
@@ -45,6 +49,9 @@ struct LanesOf {
     friend LanesOf operator*(const LanesOf& a, const LanesOf& b) {
         return each([&](std::size_t i) { return a.lane[i] * b.lane[i]; });
     }
+    friend LanesOf operator/(const LanesOf& a, const LanesOf& b) {
+        return each([&](std::size_t i) { return a.lane[i] / b.lane[i]; });
+    }
     friend LanesOf operator+(const LanesOf& a, float b) {
         return each([&](std::size_t i) { return a.lane[i] + b; });
     }
@@ -68,6 +75,32 @@ inline Lanes loadLanes(const float* values) {
     Lanes lanes;
     std::memcpy(&lanes, values, sizeof lanes);
     return lanes;
+}
+
+/// Whether one of the lanes lies below a number; NaN does not.
+inline bool anyBelow(const Lanes& lanes, float bound) {
+#if defined(__GNUC__) && defined(__SSE2__) && !defined(ZENT_PLAIN_LANES)
+    return _mm_movemask_ps(_mm_cmplt_ps(lanes, _mm_set1_ps(bound))) != 0;
+#else
+    return lanes[0] < bound || lanes[1] < bound || lanes[2] < bound || lanes[3] < bound;
+#endif
+}
+
+/// The lanes 1 to 3 of four, the first of these, the second and the third side by side.
+inline void lastThreeAcross(const Lanes (&rows)[4], Lanes (&columns)[3]) {
+#if defined(__GNUC__) && defined(__SSE2__) && !defined(ZENT_PLAIN_LANES)
+    const __m128 front01 = _mm_unpacklo_ps(rows[0], rows[1]);
+    const __m128 front23 = _mm_unpacklo_ps(rows[2], rows[3]);
+    const __m128 back01 = _mm_unpackhi_ps(rows[0], rows[1]);
+    const __m128 back23 = _mm_unpackhi_ps(rows[2], rows[3]);
+    columns[0] = _mm_movehl_ps(front23, front01);
+    columns[1] = _mm_movelh_ps(back01, back23);
+    columns[2] = _mm_movehl_ps(back23, back01);
+#else
+    for (std::size_t i = 0; i < 3; ++i) {
+        columns[i] = Lanes{rows[0][i + 1], rows[1][i + 1], rows[2][i + 1], rows[3][i + 1]};
+    }
+#endif
 }
 
 /// x, y, z and 0.

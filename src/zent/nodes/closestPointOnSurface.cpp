@@ -2,13 +2,16 @@
 
 #include "zent/geometry/nurbs.h"
 #include "zent/geometry/ParameterDirection.h"
+#include "zent/geometry/recurrence.h"
 #include "zent/geometry/shapes.h"
 #include "zent/math/lanes.h"
 #include "zent/nodes/closestSearch.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 
 // All points, derivatives and distances here are in world space.
@@ -84,23 +87,26 @@ public:
     }
 
 private:
+    static_assert(sizeof(SurfaceSamples::value_type) == 5 * sizeof(float), "u, v, x, y, z without gaps");
+
     vec2 nearestSample(const SurfaceSamples& samples) const {
         NearestSample<vec2> nearest{vec2(u_.start(), v_.start())};
         std::size_t i = 0;
         for (; i + kLanes <= samples.size(); i += kLanes) {
-            const auto side = [&](int axis) {
-                return Lanes{samples[i].second[axis], samples[i + 1].second[axis], samples[i + 2].second[axis],
-                             samples[i + 3].second[axis]} -
-                       point_[axis];
-            };
-            const Lanes x = side(0);
-            const Lanes y = side(1);
-            const Lanes z = side(2);
+            Lanes rows[kLanes]; // of each sample v, x, y and z
+            for (std::size_t lane = 0; lane < kLanes; ++lane) {
+                std::memcpy(&rows[lane], reinterpret_cast<const char*>(&samples[i + lane]) + sizeof(float),
+                            sizeof rows[lane]);
+            }
+            Lanes at[3];
+            lastThreeAcross(rows, at);
+            const Lanes x = at[0] - point_.x;
+            const Lanes y = at[1] - point_.y;
+            const Lanes z = at[2] - point_.z;
             const Lanes distances = x * x + y * y + z * z;
-            float each[kLanes];
-            storeLanes(distances, each);
-            if (each[0] < nearest.distance || each[1] < nearest.distance || each[2] < nearest.distance ||
-                each[3] < nearest.distance) {
+            if (anyBelow(distances, nearest.distance)) {
+                float each[kLanes];
+                storeLanes(distances, each);
                 for (std::size_t lane = 0; lane < kLanes; ++lane) {
                     nearest.offer(samples[i + lane].first, each[lane]);
                 }
@@ -179,14 +185,73 @@ private:
 
     /// `here` is the squared distance at `at`, and then that of the step.
     bool halveUntilNearer(vec2 at, float& here, vec2& step) const {
-        float there = squaredDistance(at - step);
-        while (there > here) {
-            if (!halve(step)) {
-                return false;
+        // A step that was lengthened is halved many times: several at once.
+        for (bool more = true; more;) {
+            vec2 steps[kLanes];
+            std::size_t count = 0;
+            do {
+                steps[count++] = step;
+                more = halve(step);
+            } while (more && count < kLanes);
+            std::fill(steps + count, steps + kLanes, steps[count - 1]);
+            float distances[kLanes];
+            const bool isKnown = distancesOnOneSpan(at, steps, distances);
+            for (std::size_t i = 0; i < count; ++i) {
+                const float there = isKnown ? distances[i] : squaredDistance(at - steps[i]);
+                if (!(there > here)) {
+                    here = there;
+                    step = steps[i];
+                    return true;
+                }
             }
-            there = squaredDistance(at - step);
         }
-        here = there;
+        return false;
+    }
+
+    /// Whether a parameter is sure to lie on a span; of knots that are not in order none is.
+    bool holds(const ParameterDirection& direction, unsigned span, float parameter) const {
+        return isSorted_ && direction.knots[span] <= parameter && parameter < direction.knots[span + 1];
+    }
+
+    /// `squaredDistance` of as many as there are lanes, each by the operations of one, as long as all lie on one span
+    /// in either direction. False where they don't.
+    bool distancesOnOneSpan(vec2 at, const vec2* steps, float* distances) const {
+        Lanes u;
+        Lanes v;
+        for (std::size_t lane = 0; lane < kLanes; ++lane) {
+            const vec2 next = at - steps[lane];
+            u[lane] = u_.clamp(next.x);
+            v[lane] = v_.clamp(next.y);
+        }
+        const unsigned spanU = u_.span(u[0]);
+        const unsigned spanV = v_.span(v[0]);
+        // Of steps that are halved the others lie between the first and the last.
+        if (!holds(u_, spanU, u[kLanes - 1]) || !holds(v_, spanV, v[kLanes - 1])) {
+            return false;
+        }
+        Lanes sum[3] = {};
+        withDegree(u_.degree, [&](auto p) {
+            const auto weightsU = basisTable<p>(spanU, u, u_.knots);
+            withDegree(v_.degree, [&](auto q) {
+                const auto weightsV = basisTable<q>(spanV, v, v_.knots);
+                const vec3* row = &surface_.cv[u_.first(spanU) * u_.stride + v_.first(spanV)];
+                for (int i = 0; i <= p; ++i, row += u_.stride) {
+                    for (int j = 0; j <= q; ++j) {
+                        const Lanes weight = weightsU[i][p] * weightsV[j][q];
+                        sum[0] += weight * row[j].x;
+                        sum[1] += weight * row[j].y;
+                        sum[2] += weight * row[j].z;
+                    }
+                }
+            });
+        });
+        Lanes offset[3];
+        for (int axis = 0; axis < 3; ++axis) {
+            offset[axis] = (surface_.matrixLinear[0][axis] * sum[0] + surface_.matrixLinear[1][axis] * sum[1] +
+                            surface_.matrixLinear[2][axis] * sum[2]) +
+                           surface_.translation[axis] - point_[axis];
+        }
+        storeLanes(offset[0] * offset[0] + offset[1] * offset[1] + offset[2] * offset[2], distances);
         return true;
     }
 
@@ -203,6 +268,8 @@ private:
     ParameterDirection u_;
     ParameterDirection v_;
     vec3 point_;
+    bool isSorted_ =
+        std::is_sorted(u_.knots.begin(), u_.knots.end()) && std::is_sorted(v_.knots.begin(), v_.knots.end());
 };
 
 } // namespace
