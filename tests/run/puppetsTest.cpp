@@ -78,6 +78,9 @@ TEST(PuppetsTest, EachNodeThatIsLeftOutIsTold) {
         ASSERT_LT(i, lines.size()) << line;
         EXPECT_EQ(lines[i].substr(0, line.size()), line);
     }
+    const std::string types = notes.substr(notes.find("node types without"));
+    EXPECT_NE(types.find(" deformFlare\n"), std::string::npos);
+    EXPECT_EQ(types.find(" deformBend\n"), std::string::npos); // its nonLinear node has a record
 }
 
 TEST(PuppetsTest, EachNamespaceIsExportedAlone) {

@@ -116,6 +116,7 @@ public:
         for (const NodeRow& row : nodeTable()) {
             for (const NodeType& type : row.types) {
                 rows_[type.name].push_back({&row, type.driver});
+                drivers_.insert(type.driver);
             }
         }
     }
@@ -131,7 +132,9 @@ public:
         ++outcome_.nodes;
         const auto found = rows_.find(node.type());
         if (found == rows_.end()) {
-            ++withoutMethod_[node.type()];
+            if (drivers_.count(node.type()) == 0) { // else the node that it drives has the record
+                ++withoutMethod_[node.type()];
+            }
             return;
         }
         std::vector<const NodeRow*> rows;
@@ -341,6 +344,7 @@ private:
     std::string manifest_;
     std::string leftOut_;
     std::map<std::string, std::size_t> records_;
+    std::set<std::string> drivers_;
     std::map<std::string, std::size_t> withoutMethod_;
     ExportOutcome outcome_;
 };
