@@ -9,6 +9,7 @@
 #include <cstring>
 #include <deque>
 #include <mutex>
+#include <new>
 #include <optional>
 
 /// zent.Rig, but for what Python alone does better. A module of its own, since it holds a stand-in for Maya's API.
@@ -26,7 +27,9 @@ template <class Work>
 auto asError(Work work) {
     try {
         return work();
-    } catch (const std::runtime_error& error) {
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& error) {
         raise(error.what());
     }
 }
@@ -121,7 +124,9 @@ py::dict BoundRig::evaluate(const py::dict& given, const std::vector<std::string
         const std::lock_guard<std::mutex> lock(mutex_);
         try {
             run(call, inputs, outputs, row);
-        } catch (const std::runtime_error& error) {
+        } catch (const std::bad_alloc&) {
+            throw;
+        } catch (const std::exception& error) {
             problem = error.what();
         }
     }

@@ -31,7 +31,7 @@ def methods():
 @contextlib.contextmanager
 def _whole(path):
     """The name of a file to write, which takes the place of `path` at the end, or not at all."""
-    path = os.path.realpath(path)
+    path = os.path.realpath(os.fsdecode(path))
     if os.path.exists(path) and not os.path.isfile(path):
         yield path  # a device or a pipe
         return
@@ -39,6 +39,9 @@ def _whole(path):
     try:
         with open(part, "wb"):
             pass
+    except OSError as error:
+        raise type(error)(error.errno, error.strerror, path) from None
+    try:
         yield part
         os.replace(part, path)
     except BaseException:
@@ -146,7 +149,7 @@ class Resource:
 
     def raw(self, data, kind="raw"):
         """Bytes as they stand. `kind` is what a manifest shall take them for, such as "mesh"."""
-        return self._added(self._writer.raw(bytes(data)), kind)
+        return self._added(self._writer.raw(bytes(memoryview(data))), kind)
 
     def write(self, path):
         """Writes the file, as a whole or not at all. Raises OSError or Error where that fails."""
@@ -212,6 +215,8 @@ class Manifest:
         """
         if not isinstance(node, str) or not node:
             raise TypeError("Manifest.add: node: a name expected")
+        if not isinstance(method, str):
+            raise TypeError(f"Manifest.add: method: a name expected, not {type(method).__name__}")
         info = methods().get(method)
         if info is None:
             raise Error(f'Manifest.add: there is no method "{method}"{_nearest(method, methods())}')
@@ -328,7 +333,11 @@ class Manifest:
     def _block(self, kind, value, where):
         words = kind.replace("_", " ")
         if isinstance(value, dict) and set(value) == {"id"}:
-            found = getattr(value, "kind", kind)
+            number, found = value["id"], getattr(value, "kind", kind)
+            if not isinstance(number, int) or number < 0:
+                raise TypeError(f"{where}: {number!r} is no block's number")
+            if self.resource is not None and number >= len(self.resource):
+                raise ValueError(f"{where}: there is no block {number}, the Resource has {len(self.resource)}")
             if found not in (kind, "raw"):
                 raise TypeError(f"{where}: a block of kind {words} expected, not {found.replace('_', ' ')}")
             return dict(value)

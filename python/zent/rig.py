@@ -5,6 +5,7 @@ import json
 import os
 import re
 import tempfile
+from collections.abc import Mapping
 from typing import NamedTuple, Optional, Tuple
 
 from ._zent import Error
@@ -81,11 +82,12 @@ class Rig:
         Raises Error, with the nearest name, for a plug that there is not, and for an output that cannot be made, with the
         record that failed; TypeError and ValueError, with the plug's name, for a value that does not fit.
         """
-        if isinstance(outputs, str):
-            raise TypeError("Rig.evaluate: outputs: a list of names expected, not str")
-        if outputs is None:
-            outputs = list(self.outputs)
-        return self._rig.evaluate({} if inputs is None else dict(inputs), list(outputs))
+        if inputs is not None and not isinstance(inputs, Mapping):
+            raise TypeError(f"Rig.evaluate: inputs: a dict expected, not {type(inputs).__name__}")
+        outputs = self.outputs if outputs is None else outputs
+        if isinstance(outputs, str) or not all(isinstance(name, str) for name in outputs):
+            raise TypeError("Rig.evaluate: outputs: a list of names expected")
+        return self._rig.evaluate(dict(inputs or {}), list(outputs))
 
     def shape_matrix(self, output):
         """The matrix to world space of an output that is a shape, (4, 4)."""
@@ -98,8 +100,8 @@ class _Units:
     def __init__(self, scene):
         try:
             with open(scene, encoding="utf-8") as file:
-                nodes = json.load(file)["nodes"]
-        except (ValueError, KeyError, TypeError) as error:
+                nodes = json.load(file).get("nodes", {})
+        except ValueError as error:
             raise Error(f"scene {scene}: {error}") from None
         self._nodes = {}
         for path, attributes in nodes.items():

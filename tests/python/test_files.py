@@ -110,6 +110,10 @@ REFUSED = [
     (adding("curveInfo", inputCurve=LINE), TypeError, "inputCurve: a plug or a Block of kind curve expected, not .*Curve"),
     (adding("curveInfo", resource=zent.Resource(), inputCurve=TRIANGLE), TypeError, "inputCurve: .*a Curve expected"),
     (adding("curveInfo", inputCurve=zent.Resource().mesh(TRIANGLE)), TypeError, "a block of kind curve expected, not mesh"),
+    (adding("curveInfo", inputCurve={"id": -1}), TypeError, "inputCurve: -1 is no block's number"),
+    (adding("curveInfo", resource=zent.Resource(), inputCurve={"id": 0}), ValueError, "inputCurve: there is no block 0"),
+    (adding(["clamp"]), TypeError, "method: a name expected, not list"),
+    (lambda: zent.Resource().raw(5), TypeError, "int"),
     (lambda: zent.Resource().deltas(([0], [[1, 2]])), ValueError, "Resource.deltas: deltas: shape"),
     (lambda: zent.Resource().skin_weights([[[1.0]]]), ValueError, "Resource.skin_weights: weights: "),
     (lambda: zent.Resource().indices([1.5]), TypeError, "Resource.indices: indices: whole numbers expected"),
@@ -138,5 +142,5 @@ def test_a_file_is_whole_or_as_it_was(tmp_path):
     with pytest.raises(TypeError):
         manifest.write(kept)
     assert kept.read_bytes() == before and list(tmp_path.iterdir()) == [kept]
-    with pytest.raises(FileNotFoundError):
+    with pytest.raises(FileNotFoundError, match="resource.bin'$"):
         resource.write(tmp_path / "none/resource.bin")

@@ -93,6 +93,7 @@ REFUSED = [
     ({"ctrl.translate": [0, 0]}, ValueError, r"Rig.evaluate: ctrl.translate: shape \(2,\), expected \(3,\) or \(rows, 3\)"),
     ({"ctrl.translate.translateX": "a"}, TypeError, "ctrl.translate.translateX: numbers expected, not str"),
     ({"ctrl.translate": np.zeros((2, 3)), "double.input2": [1, 2, 3]}, ValueError, "double.input2: 3 rows, but ctrl.translate has 2"),
+    ([1], TypeError, "inputs: a dict expected, not list"),
     ({3: 1}, TypeError, "inputs: a plug's name expected, not int"),
 ]
 
@@ -110,6 +111,11 @@ def test_files_that_cannot_be_read_are_told(tmp_path, arm):
         arm.evaluate({next(plug.name for plug in arm.inputs.values() if plug.type == "mesh"): np.zeros((2, 3))})
     with pytest.raises(zent.Error, match="cannot open file"):
         zent.Rig(tmp_path / "none.json")
+    with pytest.raises(TypeError, match="outputs: a list of names"):
+        arm.evaluate(outputs=[1])
+    with pytest.raises(zent.Error, match="max_size"):
+        zent.Rig(ARM / "manifest.json", ARM / "scene.json", ARM / "scene.json")  # no resource file
+    assert zent.Rig([], scene={}).evaluate() == {}
     (tmp_path / "scene.json").write_text("{")
     with pytest.raises(zent.Error, match="scene.json"):
         zent.Rig([], scene=tmp_path / "scene.json")
