@@ -59,7 +59,7 @@ std::vector<std::string> resultsIn(const std::string& path) {
     std::vector<std::string> files;
     for (const fs::directory_entry& entry : fs::directory_iterator(path)) {
         const std::string name = entry.path().filename().string();
-        if (entry.path().extension() == ".jsonl" && name.front() != '.') {
+        if (entry.path().extension() == ".jsonl" && name.front() != '.' && !entry.is_directory()) {
             files.push_back(entry.path().string());
         }
     }

@@ -82,6 +82,21 @@ class Zentreport(unittest.TestCase):
         self.assertEqual(failures["multMatrix"], "1 of 1 values not finite")
         self.assertEqual(suite.find("testcase").get("time"), "0.002100")
 
+    def test_a_folder_is_the_results_files_in_it_by_name(self):
+        whole = self.pictures.read_text()
+        (self.folder / "night" / "inner.jsonl").mkdir(parents=True)  # a folder is no results file, whatever its name
+        for name in ("b.jsonl", "a.jsonl", "hero%2Farm.jsonl", ".a.jsonl.part", ".hidden.jsonl", "list.json", "page.html"):
+            self.file("night/" + name, whole if name[0] != "." else whole[:100])
+        status, out, err = self.run_on("night", "--junit", "all.xml", "--html", "all.html")
+        self.assertEqual((status, err), (2, ""))
+        self.assertIn("66 records: 27 match, 30 mismatch", out)
+        suites = xml.etree.ElementTree.parse(self.folder / "all.xml").getroot()
+        self.assertEqual([suite.get("name") for suite in suites],
+                         ["night/a.jsonl", "night/b.jsonl", "night/hero%2Farm.jsonl"])
+        self.assertEqual(self.run_on("night", self.pictures)[1].count("88 records: "), 1)  # beside other files, too
+        (self.folder / "empty").mkdir()
+        self.assertEqual(self.run_on("empty"), (2, "", "zentreport: no results files in folder empty\n"))
+
     def test_page_holds_the_worst_thousand_in_full(self):
         path = self.folder / "many"
         records = ({"node": f"n{i}", "method": "clamp", "outcome": "mismatch", "seconds": 0, "closure": {},
