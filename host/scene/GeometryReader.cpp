@@ -24,8 +24,7 @@ GeometryReader::GeometryReader(std::string resourceFile) : resourceFile_(std::mo
 
 GeometryReader::~GeometryReader() = default;
 
-template <class T>
-std::shared_ptr<const Object> GeometryReader::readBlock(const Slot& slot, unsigned int id) {
+GeometryReader::Resources& GeometryReader::resources(const Slot& slot) {
     if (resources_ == nullptr) {
         if (!std::ifstream(resourceFile_).is_open()) {
             failAt(slot, resourceFile_.empty() ? "lies in a resource file, and none was given"
@@ -38,10 +37,25 @@ std::shared_ptr<const Object> GeometryReader::readBlock(const Slot& slot, unsign
             failAt(slot, fmt::format("\"{}\" is no resource file: its table has impossible sizes", resourceFile_));
         }
     }
-    std::shared_ptr<const Object>& made = resources_->made[id];
+    return *resources_;
+}
+
+const std::vector<unsigned int>& GeometryReader::indexList(const Slot& slot, unsigned int id) {
+    zent::ResourceStorage& storage = resources(slot).storage;
+    try {
+        return storage.get<std::vector<unsigned int>>(id);
+    } catch (const std::exception& error) {
+        failAt(slot, fmt::format("block {} of the resource file: {}", id, error.what()));
+    }
+}
+
+template <class T>
+std::shared_ptr<const Object> GeometryReader::readBlock(const Slot& slot, unsigned int id) {
+    Resources& blocks = resources(slot);
+    std::shared_ptr<const Object>& made = blocks.made[id];
     try {
         if (made == nullptr) {
-            made = fromBlock(resources_->storage.get<BlockOf<T>>(id));
+            made = fromBlock(blocks.storage.get<BlockOf<T>>(id));
         }
     } catch (const std::exception& error) {
         failAt(slot, fmt::format("block {} of the resource file: {}", id, error.what()));
@@ -57,7 +71,9 @@ std::shared_ptr<const Object> GeometryReader::read(const Slot& slot, const Json&
     for (const auto& [key, member] : members(requireObject(slot, "geometry", value))) {
         if (key == "id") {
             const unsigned int id = readCount(slot, "id", member, std::numeric_limits<unsigned int>::max());
-            return withMembers<T>(slot, readBlock<T>(slot, id), value);
+            return withMembers<T>(
+                slot, readBlock<T>(slot, id), value,
+                [this, &slot](unsigned int list) -> const std::vector<unsigned int>& { return indexList(slot, list); });
         }
     }
     return readGeometryForm<T>(slot, value);

@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace scene {
 
@@ -29,6 +30,9 @@ public:
 
 private:
     struct Resources;
+
+    Resources& resources(const Slot& slot);
+    const std::vector<unsigned int>& indexList(const Slot& slot, unsigned int id);
 
     template <class T>
     std::shared_ptr<const Object> readBlock(const Slot& slot, unsigned int id);

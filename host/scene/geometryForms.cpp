@@ -5,7 +5,9 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstring>
 #include <initializer_list>
+#include <limits>
 #include <string_view>
 
 namespace scene {
@@ -148,6 +150,81 @@ UvSet readUvSet(const Slot& slot, const std::string& name, const Json& value, co
     return set;
 }
 
+/// The polygons and UV sets of a mesh in one list of numbers, as docs/scene-file.md tells of it.
+class TopologyList {
+public:
+    TopologyList(const Slot& slot, const std::vector<unsigned int>& numbers) : slot_(slot), numbers_(numbers) {}
+
+    void read(MeshData& mesh, const Json& names) {
+        const unsigned int count = takeCount();
+        mesh.polygons = takeLists(count, mesh.points->length());
+        for (const Json& name : requireList(slot_, "uvSets", names)) {
+            UvSet set;
+            set.uvs.resize(takeCount());
+            for (auto& [u, v] : set.uvs) {
+                u = takeFloat();
+                v = takeFloat();
+            }
+            set.polygons = takeLists(count, set.uvs.size());
+            for (std::size_t i = 0; i < count; ++i) {
+                if (set.polygons.length(i) != 0 && set.polygons.length(i) != mesh.polygons.length(i)) {
+                    failAt(slot_, fmt::format("polygon {} of a UV set has {} entries, its vertices are {}", i,
+                                              set.polygons.length(i), mesh.polygons.length(i)));
+                }
+            }
+            mesh.uvSets.emplace_back(readText(slot_, "uvSets", name), std::move(set));
+        }
+        if (at_ != numbers_.size()) {
+            failAt(slot_, fmt::format("\"topology\" has {} numbers, its counts ask for {}", numbers_.size(), at_));
+        }
+    }
+
+private:
+    unsigned int take() {
+        if (at_ == numbers_.size()) {
+            failAt(slot_, fmt::format("\"topology\" ends after {} numbers, its counts ask for more", at_));
+        }
+        return numbers_[at_++];
+    }
+    float takeFloat() {
+        const unsigned int bits = take();
+        float value = 0.0f;
+        std::memcpy(&value, &bits, sizeof value);
+        return value;
+    }
+    /// No more than there are numbers left.
+    unsigned int takeCount() {
+        const unsigned int count = take();
+        if (count > numbers_.size() - at_) {
+            failAt(slot_, fmt::format("\"topology\" has {} numbers, its counts ask for more", numbers_.size()));
+        }
+        return count;
+    }
+    Lists takeLists(std::size_t count, std::size_t bound) {
+        Lists lists;
+        std::size_t end = 0;
+        for (std::size_t i = 0; i < count; ++i) {
+            end += take();
+            lists.ends.push_back(end);
+        }
+        if (end > numbers_.size() - at_) {
+            failAt(slot_, fmt::format("\"topology\" has {} numbers, its counts ask for more", numbers_.size()));
+        }
+        for (std::size_t i = 0; i < end; ++i) {
+            const unsigned int index = take();
+            if (index >= bound) {
+                failAt(slot_, fmt::format("\"topology\" holds {}, which is no index below {}", index, bound));
+            }
+            lists.values.push_back(static_cast<int>(index));
+        }
+        return lists;
+    }
+
+    const Slot& slot_;
+    const std::vector<unsigned int>& numbers_;
+    std::size_t at_ = 0;
+};
+
 void readTopology(const Slot& slot, const Fields& fields, MeshData& mesh) {
     if (const Json* polygons = fields.find("polygons")) {
         mesh.polygons = readIndexLists(slot, "polygons", *polygons, mesh.points->length());
@@ -235,7 +312,8 @@ std::shared_ptr<T> copyWithMatrix(const Slot& slot, const Object& geometry, cons
 }
 
 template <class T>
-std::shared_ptr<const Object> withMembers(const Slot& slot, std::shared_ptr<const Object> geometry, const Json& value) {
+std::shared_ptr<const Object> withMembers(const Slot& slot, std::shared_ptr<const Object> geometry, const Json& value,
+                                          const IndexListOf& /*indexListOf*/) {
     const Fields fields(slot, value);
     fields.requireOnly({"id", "matrix"});
     return value.size() == 1 ? geometry : copyWithMatrix<T>(slot, *geometry, fields);
@@ -243,21 +321,30 @@ std::shared_ptr<const Object> withMembers(const Slot& slot, std::shared_ptr<cons
 
 template <>
 std::shared_ptr<const Object> withMembers<MeshData>(const Slot& slot, std::shared_ptr<const Object> geometry,
-                                                    const Json& value) {
+                                                    const Json& value, const IndexListOf& indexListOf) {
     const Fields fields(slot, value);
-    fields.requireOnly({"id", "matrix", "polygons", "uvSets"});
+    const Json* topology = fields.find("topology");
+    fields.requireOnly({"id", "matrix", topology == nullptr ? "polygons" : "topology", "uvSets"});
     if (value.size() == 1) {
         return geometry;
     }
     auto mesh = copyWithMatrix<MeshData>(slot, *geometry, fields);
-    readTopology(slot, fields, *mesh);
+    if (topology != nullptr) {
+        const Fields block(slot, requireObject(slot, "topology", *topology));
+        block.requireOnly({"id"});
+        const unsigned int id = readCount(slot, "id", block.get("id"), std::numeric_limits<unsigned int>::max());
+        TopologyList(slot, indexListOf(id)).read(*mesh, fields.get("uvSets"));
+    } else {
+        readTopology(slot, fields, *mesh);
+    }
     return mesh;
 }
 
-template std::shared_ptr<const Object> withMembers<CurveData>(const Slot&, std::shared_ptr<const Object>, const Json&);
-template std::shared_ptr<const Object> withMembers<SurfaceData>(const Slot&, std::shared_ptr<const Object>,
-                                                                const Json&);
-template std::shared_ptr<const Object> withMembers<LatticeData>(const Slot&, std::shared_ptr<const Object>,
-                                                                const Json&);
+template std::shared_ptr<const Object> withMembers<CurveData>(const Slot&, std::shared_ptr<const Object>, const Json&,
+                                                              const IndexListOf&);
+template std::shared_ptr<const Object> withMembers<SurfaceData>(const Slot&, std::shared_ptr<const Object>, const Json&,
+                                                                const IndexListOf&);
+template std::shared_ptr<const Object> withMembers<LatticeData>(const Slot&, std::shared_ptr<const Object>, const Json&,
+                                                                const IndexListOf&);
 
 } // namespace scene

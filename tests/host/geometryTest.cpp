@@ -46,6 +46,40 @@ std::vector<int> values(const MIntArray& list) {
 
 class GeometryTest : public OpenScene {};
 
+TEST_F(GeometryTest, ATopologyBlockIsHeldAgainstItsCounts) {
+    const struct {
+        std::vector<unsigned int> list;
+        const char* told; ///< nothing where the mesh is right: a triangle, with one UV
+    } rows[] = {
+        {{1, 3, 0, 1, 2, 1, 0, 0x3f000000, 3, 0, 0, 0}, ""},
+        {{1, 3, 0, 1, 2, 1, 0, 0, 0}, ""}, // no UVs on its polygon
+        {{}, "\"topology\" ends after 0 numbers"},
+        {{4000000000}, "\"topology\" has 1 numbers, its counts ask for more"},
+        {{1, 4000000000, 0, 1, 2}, "\"topology\" has 5 numbers, its counts ask for more"},
+        {{1, 3, 0, 1, 3, 0, 0}, "\"topology\" holds 3, which is no index below 3"},
+        {{1, 3, 0, 1, 2, 4000000000}, "\"topology\" has 6 numbers, its counts ask for more"},
+        {{1, 3, 0, 1, 2, 1, 0, 0, 2, 0, 0}, "polygon 0 of a UV set has 2 entries, its vertices are 3"},
+        {{1, 3, 0, 1, 2, 0, 0, 7}, "\"topology\" has 8 numbers, its counts ask for 7"},
+    };
+    for (const auto& row : rows) {
+        ResourceWriter writer;
+        writer.add(Mesh({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, mat4(1.0f)));
+        writer.add(row.list);
+        const std::string resource = temporaryPath("topology.bin");
+        writer.write(resource);
+        const std::string told = thrownText([&] {
+            open(R"({"nodes": {"n": {"m": {"mesh": {"id": 0, "topology": {"id": 1}, "uvSets": ["a"]}}}}})", resource);
+        });
+        EXPECT_EQ(told.empty(), *row.told == '\0') << told;
+        EXPECT_NE(told.find(row.told), std::string::npos) << told;
+        if (told.empty()) {
+            const MFnMesh mesh(selectPlug("n.m").asMObject());
+            const MString name("a");
+            EXPECT_TRUE(mesh.numPolygons() == 1 && mesh.numEdges() == 3 && mesh.numUVs(name) == 1);
+        }
+    }
+}
+
 TEST_F(GeometryTest, ReadsEachShapeInPlaceAndFromABlock) {
     const Mesh mesh(points(5), kPlaced);
     const Curve curve(3, kFormPeriodic, points(6), {-2, -1, 0, 1, 2, 3, 4, 5}, kPlaced);

@@ -192,7 +192,12 @@ TEST_F(SceneTest, TellsWhichNodeAndAttributeIsAtFault) {
     told.push_back(thrownText([] { Element(json("n.m")).getDagPath(); }));
     told.push_back(thrownText([] { Element(json(3)).getDagPath(); }));
     expectTold(documentedQuotes(std::string(ZENT_SOURCE_DIR) + "/docs/errors.md", {"The scene and its plugs"}), told,
-               {"no face with these vertices: [4, 5, 6, 7]", "Empty Maya Shape", // of records
+               {// of a mesh's topology, in another test
+                R"("topology" has 5 numbers, its counts ask for more)",
+                R"("topology" ends after 0 numbers, its counts ask for more)",
+                R"("topology" holds 3, which is no index below 3)",
+                "polygon 0 of a UV set has 2 entries, its vertices are 3", "no face with these vertices: [4, 5, 6, 7]",
+                "Empty Maya Shape", // of records
                 "arm.w: there are more than 1048576 plugs of elements that the scene does not list"});
 }
 

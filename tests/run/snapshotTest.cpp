@@ -162,6 +162,45 @@ TEST(SnapshotTest, ConnectionsStayWithTheConversionsOnTheWay) {
     EXPECT_EQ(connections(readFile(snapshot)), connections(kConnected));
 }
 
+/// A strip of quads as long as it takes, with UVs on every second one.
+nlohmann::json longStrip() {
+    constexpr int kColumns = 600;
+    nlohmann::json points = nlohmann::json::array();
+    nlohmann::json uvs = nlohmann::json::array();
+    nlohmann::json faces = nlohmann::json::array();
+    nlohmann::json corners = nlohmann::json::array();
+    for (int i = 0; i < kColumns; ++i) {
+        for (int row : {0, 1}) {
+            points.push_back({i, row, 0.7});
+            uvs.push_back({0.1 * i, row});
+        }
+        if (i > 0) {
+            faces.push_back({2 * i - 2, 2 * i, 2 * i + 1, 2 * i - 1});
+            corners.push_back(i % 2 == 0 ? faces.back() : nlohmann::json::array());
+        }
+    }
+    return {{"mesh",
+             {{"points", points}, {"polygons", faces}, {"uvSets", {{"map1", {{"uvs", uvs}, {"polygons", corners}}}}}}}};
+}
+
+TEST(SnapshotTest, ALargeMeshHasItsTopologyInTheFileOfItsShapes) {
+    nlohmann::json file = nlohmann::json::parse(R"({"nodes": {"|m|mShape": {"worldMesh": {"multi": [0]}},
+        "pin": {"inputMesh": {"mesh": null}, "outRotate": [0, 0, 0]}}, "connections": [["mShape.worldMesh[0]", "pin.inputMesh"]]})");
+    file["nodes"]["|m|mShape"]["worldMesh"]["multi"][0] = longStrip();
+    const std::string scene = writeFile("scene.json", file.dump());
+    const std::string manifest = writeFile("manifest.json", R"([{"node_name": "n", "method": "follicleRotateMesh",
+        "results": [{"attribute": 0, "name": "pin.outRotate"}], "arguments": [{"attribute": 0, "name": "pin.inputMesh"},
+        {"attribute": 1, "value": 0.15}, {"attribute": 2, "value": 0.5}, {"attribute": 3, "value": 2},
+        {"attribute": 3, "value": 4}, {"attribute": 3, "value": 5}, {"attribute": 3, "value": 3}]}])");
+    const Outcome outcome = expectOneLog(scene, manifest);
+    EXPECT_NE(outcome.out.find("\"polyCounts\":[4,4,4"), std::string::npos) << outcome.out.substr(0, 500);
+    const std::filesystem::path folder = std::filesystem::path(scene).parent_path();
+    const auto mesh = nlohmann::json::parse(
+        readFile(folder / "snapshot.json"))["nodes"]["|m|mShape"]["worldMesh"]["multi"]["0"]["mesh"];
+    EXPECT_EQ(mesh["uvSets"], nlohmann::json({"map1"}));
+    EXPECT_TRUE(mesh.contains("topology") && !mesh.contains("polygons")) << mesh;
+}
+
 TEST(SnapshotTest, LargeShapesLieInAFileOfItsOwn) {
     const auto points = [](int count, const char* x) {
         std::string list;

@@ -21,6 +21,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <exception>
 #include <utility>
 #include <vector>
@@ -110,6 +111,52 @@ ordered_json numbers(const MDoubleArray& values) {
     ordered_json list = ordered_json::array();
     for (unsigned int i = 0; i < values.length(); ++i) {
         list.push_back(number(values[i]));
+    }
+    return list;
+}
+
+/// The polygons and UV sets of a mesh as one list of numbers.
+std::vector<unsigned int> topologyList(const MObject& data, const MStringArray& names) {
+    const MFnMesh fn(data);
+    std::vector<unsigned int> counts;
+    std::vector<unsigned int> vertices;
+    std::vector<std::vector<unsigned int>> uvCounts(names.length());
+    std::vector<std::vector<unsigned int>> uvs(names.length());
+    for (MItMeshPolygon polygon(data); !polygon.isDone(); polygon.next()) {
+        MIntArray corners;
+        polygon.getVertices(corners);
+        counts.push_back(corners.length());
+        for (unsigned int i = 0; i < corners.length(); ++i) {
+            vertices.push_back(static_cast<unsigned int>(corners[i]));
+        }
+        for (unsigned int set = 0; set < names.length(); ++set) {
+            const std::size_t before = uvs[set].size();
+            int uv = 0;
+            for (unsigned int i = 0; i < corners.length() && polygon.getUVIndex(static_cast<int>(i), uv, &names[set]);
+                 ++i) {
+                uvs[set].push_back(static_cast<unsigned int>(uv));
+            }
+            uvCounts[set].push_back(static_cast<unsigned int>(uvs[set].size() - before));
+        }
+    }
+    std::vector<unsigned int> list{static_cast<unsigned int>(counts.size())};
+    const auto append = [&list](const std::vector<unsigned int>& numbers) {
+        list.insert(list.end(), numbers.begin(), numbers.end());
+    };
+    append(counts);
+    append(vertices);
+    for (unsigned int set = 0; set < names.length(); ++set) {
+        const int count = fn.numUVs(names[set]);
+        list.push_back(static_cast<unsigned int>(count));
+        for (int i = 0; i < count; ++i) {
+            std::array<float, 2> uv{};
+            fn.getUV(i, uv[0], uv[1], &names[set]);
+            std::array<unsigned int, 2> bits{};
+            std::memcpy(bits.data(), uv.data(), sizeof bits);
+            list.insert(list.end(), bits.begin(), bits.end());
+        }
+        append(uvCounts[set]);
+        append(uvs[set]);
     }
     return list;
 }
@@ -642,8 +689,16 @@ ordered_json SceneRecorder::toldShape(const Part& part, const MObject& data, Res
         } else {
             told["id"] = shapes.add(shape_value<Mesh>(part.plug));
         }
-        if (part.hasTopology) {
+        if (part.hasTopology && list.length() < kLargeShape) {
             addTopology(data, told);
+        } else if (part.hasTopology) {
+            MStringArray names;
+            MFnMesh(data).getUVSetNames(names);
+            told["topology"] = {{"id", shapes.add(topologyList(data, names))}};
+            told["uvSets"] = ordered_json::array();
+            for (unsigned int set = 0; set < names.length(); ++set) {
+                told["uvSets"].push_back(names[set].asChar());
+            }
         }
         return told;
     }
