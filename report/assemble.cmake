@@ -2,7 +2,7 @@
 # alone, for the linter.
 file(READ ${SOURCE}/template.html page)
 file(READ ${SOURCE}/style.css style)
-set(scripts format data nurbs scene shapes axes plots inputs record overview table main)
+set(scripts format data nurbs scene shapes axes plots inputs record overview chain table main)
 
 string(FIND "${page}" "/* the styles */" at)
 string(SUBSTRING "${page}" 0 ${at} before)

@@ -136,6 +136,7 @@ function onKey(event) {
 function start() {
   overview();
   strip();
+  chainView();
   makeTable();
   byId("method").append(
     make("option", {value: ""}, "All methods"),

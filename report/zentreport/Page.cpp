@@ -142,7 +142,56 @@ Page::Rank Page::rankOf(const zent::ResultRecord& record, std::size_t number) {
     return {severity(record), size, number};
 }
 
+/// A file may hold anything: what is not of its type is left out.
+void Page::keepChain(const zent::ResultRecord& record, std::size_t file, std::size_t number) {
+    constexpr std::size_t kReads = 4096;
+    const auto found = record.whole.find("chain");
+    if (found == record.whole.end() || !found->is_object()) {
+        return;
+    }
+    if (chains_.size() == kChained) {
+        ++chainsLeftOut_;
+        return;
+    }
+    const auto part = [&found](const char* name) { return found->contains(name) ? (*found)[name] : json(); };
+    json kept{{"file", file},
+              {"number", number},
+              {"index", record.index},
+              {"node", cut(record.node)},
+              {"method", cut(record.method)},
+              {"outcome", "ignored"},
+              {"own", part("own") == true},
+              {"reads", json::array()}};
+    for (const char* const name : {"match", "mismatch", "error"}) {
+        if (part("outcome") == name) {
+            kept["outcome"] = name;
+        }
+    }
+    for (const char* const name : {"why", "error"}) {
+        if (const json text = part(name); text.is_string()) {
+            kept[name] = cut(text.get<std::string>());
+        }
+    }
+    if (const json reads = part("reads"); reads.is_array()) {
+        for (const json& read : reads) {
+            if (read.is_number_unsigned() && kept["reads"].size() < kReads) {
+                kept["reads"].push_back(read);
+            }
+        }
+    }
+    const json statistics = part("statistics");
+    for (const json& one : statistics.is_array() ? statistics : json::array()) {
+        if (one.is_object() && one.contains("greatest") && one["greatest"].is_number() &&
+            (!kept.contains("value") || kept["value"] < one["greatest"])) {
+            kept["value"] = one["greatest"];
+            kept["unit"] = one.contains("unit") && one["unit"].is_string() ? one["unit"] : json("value");
+        }
+    }
+    chains_.push_back(std::move(kept));
+}
+
 void Page::add(const zent::ResultRecord& record, std::size_t file) {
+    keepChain(record, file, records_);
     const Rank rank = rankOf(record, records_++);
     keepFull(rank, record);
     if (rows_.size() == kRows && !(rank < rows_.rbegin()->rank)) {
@@ -230,6 +279,8 @@ void Page::writeData(std::ostream& out, const Tally& tally) const {
                        {"methods", methods},
                        {"units", units},
                        {"rows", columns},
+                       {"chains", chains_},
+                       {"chainsLeftOut", chainsLeftOut_},
                        {"full", full_.size()},
                        {"program", "zentreport " ZENT_VERSION}};
 

@@ -10,6 +10,7 @@
 namespace report {
 
 inline constexpr std::size_t kFullRecords = 1000;               ///< that the page holds with all that they have
+inline constexpr std::size_t kChained = 20000;                  ///< records of rigs that it draws as graphs
 inline constexpr std::size_t kRows = 200000;                    ///< that its table has
 inline constexpr std::size_t kFullBytes = std::size_t{1} << 28; ///< of full records; shapes beyond it are left out
 
@@ -60,7 +61,11 @@ private:
     static Rank rankOf(const zent::ResultRecord& record, std::size_t number);
     void keepFull(const Rank& rank, const zent::ResultRecord& record);
 
+    void keepChain(const zent::ResultRecord& record, std::size_t file, std::size_t number);
+
     std::set<Row> rows_;
+    nlohmann::json chains_ = nlohmann::json::array(); ///< of chained runs, what the graph shows of a record
+    std::size_t chainsLeftOut_ = 0;
     std::set<Full> full_;
     std::size_t fullBytes_ = 0;
     std::size_t records_ = 0;

@@ -15,6 +15,16 @@ HEADER = {"format": "zent-results", "version": 1, "program": "ZentMayaTools 1.0.
           "records": 0, "tolerance": TOLERANCE, "warn": 0.0001, "relative": 0, "flags": {"stopOnFirstError": False}}
 
 
+def chained(count):
+    """Records in five layers, each of which is off and reads one of the layer before."""
+    for i in range(count):
+        layer = count // 5
+        chain = {"outcome": "mismatch", "own": i < layer, "reads": [i - layer] if i >= layer else [], "why": f"node{i} is off",
+                 "statistics": [{"output": "o", "type": "Float", "unit": "value", "greatest": 0.01 * (1 + i % 50)}]}
+        yield {"index": i, "node": f"node{i}", "method": "clamp", "outcome": "mismatch" if i < layer else "match",
+               "seconds": 1e-6, "statistics": [], "chain": chain}
+
+
 def floats(points):
     return base64.b64encode(struct.pack(f"<{3 * len(points)}f", *[x for p in points for x in p])).decode()
 

@@ -1,6 +1,7 @@
 """Opens the page in Chromium: pageTest.py ZENTREPORT [--screenshots FOLDER] [--picture FILE]; zentcheck lies beside it.
 
 Every test ends with a look at the browser's console: nothing may have gone wrong there."""
+import json
 import pathlib
 import subprocess
 import sys
@@ -65,6 +66,17 @@ class Page(unittest.TestCase):
                         root / "faults.html", "faults.json", "resource.bin"],
                        cwd=ARM, stdout=subprocess.DEVNULL, timeout=60, check=False)
         cls.make_page("both", "pictures", "more")
+        records = json.loads((ARM / "manifest.json").read_text())
+        solver = next(record for record in records if record["method"] == "ikRPsolver")
+        solver["arguments"] = [{"attribute": 4, "value": 0.05} if argument["attribute"] == 4 else argument
+                               for argument in solver["arguments"]]  # a twist that is not the handle's
+        (root / "twisted.json").write_text(json.dumps(records))
+        subprocess.run([pathlib.Path(PROGRAM).with_name("zentcheck"), "--quiet", "--scene", "scene.json", "--chain",
+                        "--results", root / "twisted", root / "twisted.json", "resource.bin"],
+                       cwd=ARM, stdout=subprocess.DEVNULL, timeout=60, check=False)
+        cls.make_page("chained", "twisted")
+        makeResults.write(root / "wide", makeResults.chained(1500), 1500)
+        cls.make_page("wide", "wide")
 
     @classmethod
     def make_page(cls, name, *files):
@@ -114,6 +126,44 @@ class Page(unittest.TestCase):
         self.open("many")
         self.browser.get(address)  # the view comes back with the address
         self.assertEqual((self.nodes(), self.one("#search").get_attribute("value")), (["aim"], "ctrl.txx"))
+
+    def test_a_chained_run_is_drawn_from_its_first_cause_down(self):
+        self.open("chained", "#all")
+        boxes = self.all("#chain-graph button")
+        tops = {(box.find_element(By.CLASS_NAME, "name").text, box.find_element(By.CLASS_NAME, "method").text):
+                box.location["y"] for box in boxes}
+        self.assertTrue(self.one("#chain-says").text.startswith(
+            f"{len(boxes)} of 63 records are off when they read one another: 1 in itself, {len(boxes) - 1} by what they read"))
+        self.assertIn(f"{63 - len(boxes)} within the tolerance are folded", self.one("#chain-says").text)
+        way = [("armHandle", "ikRPsolver"), ("shoulder", "joint"), ("shoulder", "worldMatrix"), ("elbow", "worldMatrix"),
+               ("sleeveSkin", "skinSurface"), ("button", "follicleTranslateSurface")]
+        self.assertEqual([tops[step] for step in way], sorted({tops[step] for step in way}))
+        self.assertIn("in itself", boxes[0].text)
+        if SCREENSHOTS:
+            self.one("#chain").screenshot(f"{SCREENSHOTS}/chain.png")
+        boxes[0].click()
+        for _ in range(len(boxes)):  # down to the end, then back by the causes
+            self.browser.switch_to.active_element.send_keys(Keys.ARROW_DOWN)
+        last = self.browser.switch_to.active_element.text
+        self.assertNotEqual(last, boxes[0].text)
+        self.assertIn("which is off in itself", self.one("#chain-why").text)
+        self.assertGreater(len(self.all("#chain-graph path.on")), 2)
+        for _ in range(len(boxes)):
+            self.browser.switch_to.active_element.send_keys(Keys.ARROW_UP)
+        self.assertEqual(self.browser.switch_to.active_element.text, boxes[0].text)
+        self.browser.switch_to.active_element.send_keys(Keys.ENTER)
+        self.assertIn("armHandle", self.record())
+        self.one("#chain-all").click()
+        self.assertGreater(len(self.all("#chain-graph button:not(.more)")), len(boxes))
+        self.open("pictures", "#all")  # no chained run
+        self.assertFalse(self.one("#chain").is_displayed())
+
+    def test_a_rig_of_1500_records_that_are_all_off_is_folded_by_layers(self):
+        self.open("wide", "#all")
+        self.assertEqual(len(self.all("#chain-graph button:not(.more)")), 5 * 11)
+        self.assertEqual(self.one("#chain-graph button.more").text, "and 289 that are less off")
+        self.one("#chain-graph button.more").click()
+        self.assertEqual(len(self.all("#chain-graph button:not(.more)")), 300 + 4 * 11)
 
     def test_the_examples_faults_are_three_mismatches(self):
         self.open("faults")  # without an address, the worst is open
