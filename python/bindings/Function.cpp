@@ -1,7 +1,13 @@
 #include "Function.h"
 
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <exception>
 #include <new>
 #include <sstream>
+#include <system_error>
+#include <thread>
 
 namespace zent::python {
 
@@ -159,6 +165,99 @@ PyObject* callFunction(PyObject* self, PyObject* const* given, Py_ssize_t positi
 }
 
 } // namespace
+
+// ---- rows in several threads ----------------------------------------------------------------------------------------
+
+namespace {
+
+constexpr double kEnoughToJudge = 1e-4; // seconds; less tells nothing of what a row takes
+constexpr double kWorthThreads = 5e-4;  // seconds of work that is left; a thread takes some 2e-5 to start
+
+std::atomic<unsigned int> mostThreads{0};
+
+unsigned int threadCount() {
+    const unsigned int most = mostThreads;
+    return most != 0 ? most : std::max(1U, std::thread::hardware_concurrency());
+}
+
+/// A part of the rows, and what became of it.
+struct Share {
+    std::size_t row;
+    std::size_t last;
+    std::exception_ptr problem;
+    bool isUneven = false;
+
+    void evaluate(const Rows& rows) {
+        try {
+            rows(last, row);
+        } catch (const UnevenRows&) {
+            isUneven = true;
+        } catch (...) {
+            problem = std::current_exception();
+        }
+    }
+};
+
+void evaluateInThreads(Call& call, const RowWork& work, std::size_t first, std::size_t threads) {
+    std::vector<Share> shares;
+    const std::size_t left = call.rows() - first;
+    for (std::size_t i = 0; i < threads; ++i) {
+        shares.push_back({first + left * i / threads, first + left * (i + 1) / threads, nullptr});
+    }
+    std::vector<std::thread> others;
+    others.reserve(threads);
+    std::size_t begun = 1;
+    try {
+        for (; begun < threads; ++begun) {
+            others.emplace_back([&work, share = &shares[begun]] { share->evaluate(work.beside); });
+        }
+    } catch (const std::system_error&) { // there are no more threads
+    }
+    shares[0].evaluate(work.here);
+    for (; begun < threads; ++begun) {
+        shares[begun].evaluate(work.here);
+    }
+    for (std::thread& other : others) {
+        other.join();
+    }
+    if (std::any_of(shares.begin(), shares.end(), [](const Share& share) { return share.isUneven; })) {
+        work.restart();
+        call.row = 0;
+        work.here(call.rows(), call.row);
+        return;
+    }
+    for (const Share& share : shares) { // in the order of the rows
+        if (share.problem) {
+            call.row = share.row;
+            std::rethrow_exception(share.problem);
+        }
+    }
+}
+
+} // namespace
+
+void setThreads(unsigned int count) {
+    constexpr unsigned int kMost = 256;
+    mostThreads = std::min(count, kMost);
+}
+
+void evaluateRows(Call& call, const RowWork& work) {
+    const std::size_t rows = call.rows();
+    const auto start = std::chrono::steady_clock::now();
+    for (std::size_t step = 1; call.row < rows; step *= 2) {
+        work.here(std::min(call.row + step, rows), call.row);
+        const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - start;
+        const std::size_t left = rows - call.row;
+        const double expected = spent.count() / static_cast<double>(call.row) * static_cast<double>(left);
+        if (left > 1 && spent.count() > kEnoughToJudge && expected > kWorthThreads) {
+            const std::size_t threads = std::min<std::size_t>(threadCount(), left);
+            if (threads > 1 && work.share()) {
+                evaluateInThreads(call, work, call.row, threads);
+                return;
+            }
+        }
+    }
+}
 
 TypeText textOf(const Layout& layout) {
     const char* word = layout.number == Number::single ? "float" : layout.number == Number::truth ? "bool" : "int";

@@ -2,6 +2,7 @@
 
 #include "Source.h"
 
+#include <functional>
 #include <optional>
 #include <tuple>
 
@@ -65,6 +66,20 @@ struct TextOf<std::pair<A, B>> {
     static TypeText get() { return {TextOf<A>::get().words + ", and " + TextOf<B>::get().words, "Tuple[Any, Any]"}; }
 };
 
+/// Evaluates rows from `row` up to `last`, and leaves `row` at one that throws.
+using Rows = std::function<void(std::size_t last, std::size_t& row)>;
+struct RowWork {
+    Rows here;   ///< in the thread of the call
+    Rows beside; ///< in another one
+    std::function<bool()> share;
+    std::function<void()> restart;
+};
+/// All rows of a call, in as many threads as there are processors where that is worth it. Throws what the first row
+/// that fails throws, with the call at that row. The interpreter must be released.
+void evaluateRows(Call& call, const RowWork& work);
+/// At most so many threads for one call; 0 for one on each processor of this process.
+void setThreads(unsigned int count);
+
 using AnyFunction = void (*)();
 using Invoke = py::object (*)(AnyFunction function, Call& call);
 
@@ -90,14 +105,14 @@ struct Invoker<R (*)(P...)> {
 
     /// The rows' values go in as the function takes them.
     template <class Parameter, class Values>
-    static decltype(auto) pass(Values& values, std::size_t row) {
+    static decltype(auto) pass(const Values& values, typename Values::Local& local, std::size_t row) {
         using Referred = std::remove_reference_t<Parameter>;
         if constexpr (!std::is_reference_v<Parameter>) {
-            return values.take(row);
+            return values.take(local, row);
         } else if constexpr (std::is_const_v<Referred>) {
-            return values.view(row);
+            return values.view(local, row);
         } else {
-            return values.own(row, std::is_reference_v<R>);
+            return values.own(local, row, std::is_reference_v<R>);
         }
     }
 
@@ -114,8 +129,24 @@ struct Invoker<R (*)(P...)> {
             if (isLong || call.isBatch()) {
                 released.emplace();
             }
-            for (; call.row < call.rows(); ++call.row) {
-                sink.set(call.row, Result(function(pass<P>(std::get<I>(sources), call.row)...)));
+            using Locals = std::tuple<typename Source<std::decay_t<P>>::Local...>;
+            const auto evaluate = [&](Locals& locals, std::size_t last, std::size_t& row) {
+                (void)locals; // of a function without parameters
+                for (; row < last; ++row) {
+                    sink.set(row, Result(function(pass<P>(std::get<I>(sources), std::get<I>(locals), row)...)));
+                }
+            };
+            Locals locals;
+            if (call.rows() < 2) {
+                evaluate(locals, call.rows(), call.row);
+            } else {
+                const RowWork work{[&](std::size_t last, std::size_t& row) { evaluate(locals, last, row); },
+                                   [&](std::size_t last, std::size_t& row) {
+                                       Locals own;
+                                       evaluate(own, last, row);
+                                   },
+                                   [&] { return sink.share(); }, [&] { sink.restart(); }};
+                evaluateRows(call, work);
             }
         }
         return sink.finish(call);

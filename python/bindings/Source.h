@@ -103,7 +103,7 @@ inline constexpr bool isItems<std::map<ItemIndex, std::reference_wrapper<T const
 // ---- sources --------------------------------------------------------------------------------------------------------
 
 /// The values of one parameter, by row. `take` gives a row's value, `view` refers to it, `own` to a copy that a
-/// function may change.
+/// function may change. A thread that evaluates rows has a `Local` of its own, in which a value may lie.
 template <class T, class = void>
 struct Source;
 
@@ -111,12 +111,13 @@ template <class T>
 struct Source<T, std::enable_if_t<Element<T>::is>> {
     void read(Call& call, std::size_t argument) { numbers.read(call, argument, Element<T>::layout); }
     void settle(const Call& /*call*/, std::size_t /*argument*/) {}
-    T take(std::size_t row) const {
+    struct Local {};
+    T take(Local& /*local*/, std::size_t row) const {
         T value;
         std::memcpy(&value, numbers.at(row), sizeof(T));
         return value;
     }
-    T view(std::size_t row) const { return take(row); }
+    T view(Local& local, std::size_t row) const { return take(local, row); }
 
     Numbers numbers;
 };
@@ -130,7 +131,10 @@ struct Source<T, std::enable_if_t<List<T>::is>> {
             fill(0, list);
         }
     }
-    T take(std::size_t row) {
+    struct Local {
+        T list{};
+    };
+    T take(Local& /*local*/, std::size_t row) const {
         if (numbers.isRepeated()) {
             return list;
         }
@@ -138,11 +142,12 @@ struct Source<T, std::enable_if_t<List<T>::is>> {
         fill(row, fresh);
         return fresh;
     }
-    const T& view(std::size_t row) {
-        if (!numbers.isRepeated()) {
-            fill(row, list);
+    const T& view(Local& local, std::size_t row) const {
+        if (numbers.isRepeated()) {
+            return list;
         }
-        return list;
+        fill(row, local.list);
+        return local.list;
     }
 
     Numbers numbers;
@@ -170,22 +175,24 @@ template <class T>
 struct Source<T, std::enable_if_t<isShape<T>>> {
     void read(Call& call, std::size_t argument);
     void settle(const Call& /*call*/, std::size_t /*argument*/) {}
-    const T& view(std::size_t row) const { return *shapes[shapes.size() == 1 ? 0 : row]; }
-    T take(std::size_t row) const { return view(row); }
+    struct Local {
+        const T* copied = nullptr;
+        T copy;
+    };
+    const T& view(Local& /*local*/, std::size_t row) const { return *shapes[shapes.size() == 1 ? 0 : row]; }
+    T take(Local& local, std::size_t row) const { return view(local, row); }
     /// A new copy of the shape for each row, or, for what only fills a cache, one for as long as the shape is the same.
-    T& own(std::size_t row, bool isChanged) {
-        const T* shape = &view(row);
-        if (isChanged || shape != copied) {
-            copy = *shape;
-            copied = shape;
+    T& own(Local& local, std::size_t row, bool isChanged) const {
+        const T* shape = &view(local, row);
+        if (isChanged || shape != local.copied) {
+            local.copy = *shape;
+            local.copied = shape;
         }
-        return copy;
+        return local.copy;
     }
 
     py::object keep;
     std::vector<const T*> shapes;
-    const T* copied = nullptr;
-    T copy;
 };
 
 /// Everything else is read as a whole, for all rows or row by row: see `readValue`.
@@ -199,8 +206,9 @@ struct Source<T, std::enable_if_t<!Element<T>::is && !List<T>::is && !isShape<T>
         }
     }
     void settle(const Call& /*call*/, std::size_t /*argument*/) {}
-    const T& view(std::size_t row) const { return rows[rows.size() == 1 ? 0 : row]; }
-    T take(std::size_t row) const { return view(row); }
+    struct Local {};
+    const T& view(Local& /*local*/, std::size_t row) const { return rows[rows.size() == 1 ? 0 : row]; }
+    T take(Local& local, std::size_t row) const { return view(local, row); }
 
     std::vector<T> rows;
 };
@@ -236,15 +244,19 @@ struct Source<std::map<ItemIndex, std::reference_wrapper<T const>>, void> {
         }
     }
     void settle(const Call& /*call*/, std::size_t /*argument*/) {}
-    auto take(std::size_t /*row*/) const { return items.map; }
+    struct Local {};
+    auto take(Local& /*local*/, std::size_t /*row*/) const { return items.map; }
 
     Items<T> items;
 };
 
 // ---- results --------------------------------------------------------------------------------------------------------
 
+/// Where the rows' results go. Several threads may set rows between a `share` that said true and the end; where one of
+/// them throws UnevenRows, all is evaluated again after a `restart`.
 template <class T, class = void>
 struct Sink;
+struct UnevenRows {};
 
 template <class T>
 struct Sink<T, std::enable_if_t<Element<T>::is>> {
@@ -259,6 +271,8 @@ struct Sink<T, std::enable_if_t<Element<T>::is>> {
     void set(std::size_t row, const T& value) {
         std::memcpy(static_cast<unsigned char*>(data) + row * sizeof(T), &value, sizeof(T));
     }
+    bool share() { return true; }
+    void restart() {}
     py::object finish(const Call& /*call*/) { return array ? array : toPython(Element<T>::layout.number, &only); }
 
     py::object array;
@@ -290,6 +304,9 @@ struct Sink<T, std::enable_if_t<List<T>::is>> {
             }
             return;
         }
+        if (isShared) {
+            throw UnevenRows();
+        }
         if (counts.empty()) {
             counts.assign(row, most);
             items.resize(row * most);
@@ -299,6 +316,12 @@ struct Sink<T, std::enable_if_t<List<T>::is>> {
         counts.push_back(list.size());
         most = std::max(most, list.size());
         items.insert(items.end(), list.begin(), list.end());
+    }
+    bool share() { return isShared = counts.empty(); }
+    void restart() {
+        isShared = false;
+        counts.clear();
+        items.clear();
     }
     py::object finish(const Call& call) {
         const std::size_t* const isMany = call.isBatch() ? &rows : nullptr;
@@ -322,6 +345,7 @@ struct Sink<T, std::enable_if_t<List<T>::is>> {
 
     std::size_t rows = 0;
     std::size_t most = 0;
+    bool isShared = false;
     std::unique_ptr<unsigned char[]> even;
     std::vector<Item> items;
     std::vector<std::size_t> counts;
@@ -334,8 +358,10 @@ py::object toPython(Lattice&& shape);
 
 template <class T>
 struct Sink<T, std::enable_if_t<isShape<T>>> {
-    void start(const Call& call) { shapes.reserve(call.rows()); }
-    void set(std::size_t /*row*/, T&& shape) { shapes.push_back(std::move(shape)); }
+    void start(const Call& call) { shapes.resize(call.rows()); }
+    void set(std::size_t row, T&& shape) { shapes[row] = std::move(shape); }
+    bool share() { return true; }
+    void restart() {}
     py::object finish(const Call& call) {
         if (!call.isBatch()) {
             return toPython(std::move(shapes[0]));
@@ -359,6 +385,14 @@ struct Sink<std::pair<A, B>, void> {
     void set(std::size_t row, std::pair<A, B>&& value) {
         first.set(row, std::move(value.first));
         second.set(row, std::move(value.second));
+    }
+    bool share() {
+        const bool both[] = {first.share(), second.share()};
+        return both[0] && both[1];
+    }
+    void restart() {
+        first.restart();
+        second.restart();
     }
     py::object finish(const Call& call) { return py::make_tuple(first.finish(call), second.finish(call)); }
 

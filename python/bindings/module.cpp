@@ -9,6 +9,11 @@ PYBIND11_MODULE(_zent, module) {
     bindPrograms(module);
     bindResources(module);
 
+    module.def("set_threads", &setThreads, py::arg("count"),
+               "At most `count` threads for the rows of one call; 0, which is the default, for one on each processor "
+               "that this\n"
+               "process may use. Calls of little work take one.");
+
     py::module_ nodes = module.def_submodule("nodes");
     nodes.attr("ARGUMENTS") = py::dict();
     nodes.attr("STUBS") = py::dict();

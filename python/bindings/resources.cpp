@@ -33,7 +33,8 @@ public:
         if (call_.isBatch()) {
             call_.failValue(0, "one dimension too many");
         }
-        return source.take(0);
+        typename Source<T>::Local local;
+        return source.take(local, 0);
     }
     Call& call() { return call_; }
 

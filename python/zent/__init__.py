@@ -9,7 +9,7 @@ import copyreg
 import enum
 
 from . import nodes
-from ._zent import Curve, Error, Lattice, Mesh, Surface, __version__
+from ._zent import Curve, Error, Lattice, Mesh, Surface, __version__, set_threads
 from .files import Block, Manifest, Resource, methods
 from .nodes import skin
 from .program import Program, compile_expression
@@ -34,4 +34,4 @@ copyreg.pickle(Lattice, lambda s: (Lattice, (s.points, s.divisions, s.matrix)))
 
 __all__ = ["Block", "CheckError", "Curve", "Error", "Lattice", "Manifest", "Mesh", "Plug", "Program", "Record", "Resource",
            "Results", "Rig", "RigRecord", "RotateOrder", "RunningCheck", "Statistics", "Surface", "check", "compile_expression",
-           "methods", "nodes", "read_results", "skin"]
+           "methods", "nodes", "read_results", "set_threads", "skin"]

@@ -182,6 +182,37 @@ def test_threads_give_what_one_gives():
             np.testing.assert_array_equal(closest, alone[1])
 
 
+def test_rows_in_threads_are_those_of_one():
+    """Calls of enough work for threads: numbers, lists, lists of different lengths, shapes, and errors."""
+    dice = np.random.default_rng(6)
+    handles = dice.uniform(0.3, 1.2, (20000, 3))
+    chain = dict(endTranslate=[1, 0, 0], poleVector=[0, 1, 0], rotate=[[0, 0, 0], [0, 0, -0.5]],
+                 jointTranslate=[[0, 0, 0], [1, 0, 0]])
+    surface = zent.Surface(dice.random((6, 7, 3)))
+    code, signs = bytes([0, 0, 20, 0, 21, 0, 0, 1, 11, 26, 0, 4, 0, 0, 20, 1, 28]), dice.choice([-1, 1], (60000, 1))
+    signs[:5000] = -1  # so that the rows are even until the threads have begun
+    meshes = [zent.Mesh(dice.random((2000, 3))) for _ in range(50)]
+    times = np.tile([0.0, 1.0], (60000, 1))
+    times[[40000, 59000]] = [1, 0]  # keys that descend
+
+    def work():
+        yield nodes.ikRPsolver(handles, **chain)
+        yield np.array(nodes.closestPointOnSurface(surface, handles[:500]))
+        yield nodes.expression(signs, code, [1, 0])
+        yield [mesh.points for mesh in nodes.deformBendMesh(meshes, curvature=np.linspace(0, 1, 50))]
+        with pytest.raises(zent.Error, match="^row 40000: "):
+            nodes.animCurve(0.5, times, *[[0, 0]] * 7)
+
+    try:
+        zent.set_threads(1)
+        alone = list(work())
+        zent.set_threads(5)
+        for one, other in zip(alone, work()):
+            np.testing.assert_array_equal(one, other)
+    finally:
+        zent.set_threads(0)
+
+
 def test_shapes_share_their_points():
     mesh = zent.Mesh([[0, 0, 0], [1, 0, 0]], matrix=np.diag([2, 2, 2, 1]))
     view = mesh.points
