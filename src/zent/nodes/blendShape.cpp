@@ -167,32 +167,12 @@ bool isDropped(ItemKind kind, float weight) {
     return bothSigns ? belowThreshold(weight) : belowSignedThreshold(weight);
 }
 
-template <class T>
-void addDifference(T& result, float weight, const T& base, const T& target, const WeightMap& factors) {
-    const unsigned count = commonPoints(result, base, target);
-    const std::vector<vec3>& from = pointsOf(base);
-    const std::vector<vec3>& to = pointsOf(target);
-    auto factor = factors.begin();
-    PointWriter<T> write(result);
-    for (unsigned i = 0; i < count; ++i) {
-        float pointWeight = weight;
-        if (factor != factors.end() && factor->first == i) {
-            pointWeight = weight * factor->second;
-            ++factor;
-        }
-        write(i, pointsOf(result)[i] + pointWeight * (to[i] - from[i]));
-    }
-}
-
-/// Meshes are lists of plain floats here, too: whole runs between two points that have a factor.
-void addDifference(Mesh& result, float weight, const Mesh& base, const Mesh& target, const WeightMap& factors) {
-    const std::size_t count = commonPoints(result, base, target);
-    if (count == 0) {
-        return;
-    }
-    float* const sum = glm::value_ptr(result.points[0]);
-    const float* const from = glm::value_ptr(base.points[0]);
-    const float* const to = glm::value_ptr(target.points[0]);
+/// As plain floats, in whole runs between two points that have a factor.
+void addDifferenceInRuns(std::vector<vec3>& result, float weight, const std::vector<vec3>& base,
+                         const std::vector<vec3>& target, const WeightMap& factors, std::size_t count) {
+    float* const sum = glm::value_ptr(result[0]);
+    const float* const from = glm::value_ptr(base[0]);
+    const float* const to = glm::value_ptr(target[0]);
     const auto addRun = [&](std::size_t first, std::size_t last, float runWeight) {
         for (std::size_t f = 3 * first; f < 3 * last; ++f) {
             sum[f] += runWeight * (to[f] - from[f]);
@@ -208,6 +188,31 @@ void addDifference(Mesh& result, float weight, const Mesh& base, const Mesh& tar
         done = std::size_t{i} + 1;
     }
     addRun(done, count, weight);
+}
+
+template <class T>
+void addDifference(T& result, float weight, const T& base, const T& target, const WeightMap& factors) {
+    const unsigned count = commonPoints(result, base, target);
+    if (count == 0) {
+        return;
+    }
+    const std::vector<vec3>& from = pointsOf(base);
+    const std::vector<vec3>& to = pointsOf(target);
+    PointWriter<T> write(result);
+    if (!repeatsPoints(result)) {
+        write(0, pointsOf(result)[0]); // for what a write changes besides
+        addDifferenceInRuns(pointsOf(result), weight, from, to, factors, count);
+        return;
+    }
+    auto factor = factors.begin();
+    for (unsigned i = 0; i < count; ++i) {
+        float pointWeight = weight;
+        if (factor != factors.end() && factor->first == i) {
+            pointWeight = weight * factor->second;
+            ++factor;
+        }
+        write(i, pointsOf(result)[i] + pointWeight * (to[i] - from[i]));
+    }
 }
 
 template <class T>
