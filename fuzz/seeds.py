@@ -212,6 +212,31 @@ def example(folder):
         yield method, *part, file_of([blocks[block] for block in ids])
 
 
+def node_of(plug):
+    return plug.split(".")[0].split("|")[-1]
+
+
+def scenes_by_type(path):
+    """For each node type of a scene the first node of it, with what feeds it and what is above it."""
+    scene = json.loads(path.read_text())
+    by_name = {name.split("|")[-1]: name for name in scene["nodes"]}
+    first = {}
+    for name, node in scene["nodes"].items():
+        first.setdefault(node.get("type"), name)
+    for kind, name in first.items():
+        used, seen = [name.split("|")[-1]], set()
+        while used:
+            last = used.pop()
+            if last in seen or last not in by_name:
+                continue
+            seen.add(last)
+            used += by_name[last].split("|")[1:]
+            used += [node_of(source) for source, destination in scene["connections"] if node_of(destination) == last]
+        nodes = {name: node for name, node in scene["nodes"].items() if name.split("|")[-1] in seen}
+        connections = [pair for pair in scene["connections"] if all(node_of(plug) in seen for plug in pair)]
+        yield kind, {"nodes": nodes, "connections": connections, "selected": [name]}
+
+
 EXPRESSIONS = [
     "int $n = 0; for (int $i = 0; $i < 9; $i++) { if ($i % 2) continue; $n += $i; } o.x = $n;",
     "vector $v = <<a.x, 2, 3>> ^ <<0, 1, 0>>; if ($v.x > 1 && !(a.y == 2)) o.x = mag($v * 2 + 1); else o.x = -$v.z;",
@@ -222,6 +247,8 @@ EXPRESSIONS = [
 
 def main(folder):
     def write(fuzzer, name, *files):
+        if fuzzer == "run":
+            write("rig", name, *files)
         path = pathlib.Path(folder) / fuzzer / name
         path.parent.mkdir(parents=True, exist_ok=True)
         path.write_bytes(b"\0".join(file if isinstance(file, bytes) else json.dumps(file).encode() for file in files))
@@ -255,6 +282,13 @@ def main(folder):
     write("expression", "call", bytes([3, 1, 2]) + packed("d", 2.5) + BLOCKS["byte code"])
     write("assembly", "bytes", BLOCKS["byte code"])
     write("assembly", "text", ASSEMBLY.encode())
+    topology = packed("I", 1, 3, 0, 1, 2, 1, 0, 0x3f000000, 3, 0, 0, 0)  # a triangle, with one UV
+    write("scene", "topology", {"nodes": {"|m": {"out": {"mesh": {"id": 0, "topology": {"id": 1}, "uvSets": ["map1"]}}}}},
+          file_of([BLOCKS["mesh"], topology]))
+    for kind, scene in scenes_by_type(ROOT / "examples/puppets/scene.json"):
+        write("export", kind, scene, b"")
+    for i, text in enumerate(examples["scene-file"]):
+        write("export", f"example{i}", text.encode(), mesh)
     for manifest in (ROOT / "examples").glob("*/manifest.json"):
         for method, record, scene, resource in example(manifest.parent):
             write("run", f"{manifest.parent.name}-{method}", record, scene, resource)

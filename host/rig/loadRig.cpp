@@ -54,7 +54,11 @@ Rig Rig::load(const std::string& manifest, const std::string& resource, const st
     }
     if (!resource.empty()) {
         requireFile(resource);
-        Element::storage().load(resource);
+        try {
+            Element::storage().load(resource);
+        } catch (const std::length_error& error) { // of a table that the file cannot hold
+            throw std::runtime_error("resource " + resource + ": " + error.what());
+        }
     }
     const OpenScene open(scene, resource, nameSpace);
     return Rig(buildGraph(std::move(records)));
