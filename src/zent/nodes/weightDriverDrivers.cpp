@@ -107,7 +107,7 @@ void MatrixPoses::weigh(int twistAxis, bool invert, const mat4& driverMatrix, co
     }
     Parts& parts = *parts_;
     if (!parts.isMade || parts.twistAxis != twistAxis || parts.invert != invert ||
-        std::memcmp(&parts.rotationOffset, &rotationOffset, sizeof rotationOffset) != 0 ||
+        glm::floatBitsToInt(parts.rotationOffset) != glm::floatBitsToInt(rotationOffset) ||
         !haveSameBits(parts.matrices, poseMatrices) || !haveSameBits(parts.parents, poseParentMatrices) ||
         !haveSameBits(parts.modes, poseModes)) {
         parts.isMade = false;

