@@ -21,6 +21,10 @@ std::atomic<std::size_t> allocations{0};
     }
     throw std::bad_alloc();
 }
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    ++allocations;
+    return std::malloc(size == 0 ? 1 : size);
+}
 [[gnu::noinline]] void operator delete(void* place) noexcept {
     std::free(place);
 }
