@@ -34,8 +34,8 @@ struct ScheduledNode {
 /// has heard of it.
 class Schedule {
 public:
-    static constexpr double kLeastCost = 40e-6;        ///< of what is worth more than one thread
-    static constexpr double kStepCost = 6e-6;          ///< of calling threads together
+    static constexpr double kLeastCost = 200e-6;       ///< of what is worth more than one thread
+    static constexpr double kStepCost = 25e-6;         ///< of calling threads together
     static constexpr unsigned int kLeastPoints = 1024; ///< of a deformer's part
 
     struct Step {
