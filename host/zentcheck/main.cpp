@@ -65,7 +65,16 @@ void removeLog(const std::string& folder) {
 }
 
 void openScene(const host::Options& options, const std::string& file) {
-    scene::readSceneFile(file, options.geometryFile(), scene::Scene::current());
+    try {
+        scene::readSceneFile(file, options.geometryFile(), scene::Scene::current());
+    } catch (const std::runtime_error& error) {
+        const std::string text = error.what();
+        if (!options.sceneResource.empty() || text.find("resource") == std::string::npos) {
+            throw;
+        }
+        throw std::runtime_error(text +
+                                 " (where the scene's geometry lies in a file of its own, --scene-resource names it)");
+    }
     host::setSceneFile(file);
 }
 
@@ -201,7 +210,7 @@ Status lintManifest(const host::Options& options) {
         settings.resource = options.resource;
     }
     if (options.scene) {
-        scene::readSceneFile(*options.scene, options.geometryFile(), scene::Scene::current());
+        openScene(options, *options.scene);
         settings.hasScene = true;
         zent::namescope = options.flagValue("-namespace");
     }

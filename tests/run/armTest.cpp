@@ -63,6 +63,9 @@ TEST(ArmTest, AManifestOfItsSceneHasItsMethodsAndMatches) {
     const Outcome checked = zentcheck(scene + "--ignore-deformer false " + made);
     EXPECT_EQ(checked.status, 0) << checked.out << checked.err;
     EXPECT_EQ(zentcheck("--lint " + scene + made).status, 0);
+    const Outcome unnamed = zentcheck("--scene " + arm + "/scene.json " + made);
+    EXPECT_EQ(unnamed.status, 2);
+    EXPECT_NE(unnamed.err.find("--scene-resource names it"), std::string::npos) << unnamed.err;
 }
 
 } // namespace
