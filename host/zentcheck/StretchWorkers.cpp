@@ -128,7 +128,7 @@ void StretchWorkers::start(Worker& worker, const Prepare& prepare, const Work& w
     worker.pipe = ends[0];
 }
 
-void StretchWorkers::work(int pipe, const Prepare& prepare, const Work& work) {
+void StretchWorkers::work(int pipe, const Prepare& prepare, const Work& work) noexcept {
     Outlet outlet(pipe);
     prepare(outlet);
     for (std::uint64_t stretch = 0; (stretch = left_->fetch_add(1)) < stretches_;) {

@@ -59,7 +59,8 @@ private:
     };
 
     void start(Worker& worker, const Prepare& prepare, const Work& work);
-    [[noreturn]] void work(int pipe, const Prepare& prepare, const Work& work);
+    /// All that a worker does. What it throws ends it: the copy must not go on in its owner's place.
+    [[noreturn]] void work(int pipe, const Prepare& prepare, const Work& work) noexcept;
     std::optional<Message> read(Worker& worker);
     void findOwner();
     void end(Worker& worker);
