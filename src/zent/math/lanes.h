@@ -126,4 +126,14 @@ inline void storeLanes(Lanes lanes, float* values) {
     std::memcpy(values, &lanes, sizeof lanes);
 }
 
+/// `a * b` to the bit, a column at a time: compilers take glm's apart into single numbers.
+inline mat4 productOf(const mat4& a, const mat4& b) {
+    const Lanes column[4] = {loadLanes(&a[0].x), loadLanes(&a[1].x), loadLanes(&a[2].x), loadLanes(&a[3].x)};
+    mat4 product;
+    for (int i = 0; i < 4; ++i) {
+        storeLanes(column[0] * b[i].x + column[1] * b[i].y + column[2] * b[i].z + column[3] * b[i].w, &product[i].x);
+    }
+    return product;
+}
+
 } // namespace zent

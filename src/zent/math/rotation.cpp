@@ -11,22 +11,34 @@ namespace {
 
 /// The axes of a rotate order, the one that acts first on a point in front. An odd order is the even one seen in a
 /// mirror: all its sines change sign.
-struct AxisOrder {
-    int first, middle, last;
-    float sign;
+template <int First, int Middle, int Last>
+struct Axes {
+    static constexpr int kFirst = First;
+    static constexpr int kMiddle = Middle;
+    static constexpr int kLast = Last;
+    static constexpr float kSign = (First + 1) % 3 == Middle ? 1.0f : -1.0f;
 };
 
-constexpr std::array<AxisOrder, 6> kAxisOrders = {{
-    {0, 1, 2, 1.0f},  // xyz
-    {1, 2, 0, 1.0f},  // yzx
-    {2, 0, 1, 1.0f},  // zxy
-    {0, 2, 1, -1.0f}, // xzy
-    {1, 0, 2, -1.0f}, // yxz
-    {2, 1, 0, -1.0f}, // zyx
-}};
-
-bool isRotateOrder(RotateOrder order) {
-    return order >= kRotateXYZ && order <= kRotateZYX;
+/// What `function` gives for the axes of an order, as a type, so that each component that it takes is known beforehand;
+/// `otherwise` for an order outside 0 to 5.
+template <class Result, class Function>
+Result withAxes(RotateOrder order, Result const& otherwise, Function&& function) {
+    switch (order) {
+    case kRotateXYZ:
+        return function(Axes<0, 1, 2>());
+    case kRotateYZX:
+        return function(Axes<1, 2, 0>());
+    case kRotateZXY:
+        return function(Axes<2, 0, 1>());
+    case kRotateXZY:
+        return function(Axes<0, 2, 1>());
+    case kRotateYXZ:
+        return function(Axes<1, 0, 2>());
+    case kRotateZYX:
+        return function(Axes<2, 1, 0>());
+    default:
+        return otherwise;
+    }
 }
 
 constexpr float kMinDeterminant = 0.001f;
@@ -134,68 +146,66 @@ constexpr float kCosineOfHalf = 0.87758255f;
 } // namespace
 
 mat4 eulerRotateMatrix(vec3 angles, RotateOrder order) {
-    mat4 m(0.0f);
-    if (!isRotateOrder(order)) {
-        return m;
-    }
-    const auto [i, j, k, sign] = kAxisOrders[static_cast<std::size_t>(order)];
-    const float si = sign * std::sin(angles[i]), ci = std::cos(angles[i]);
-    const float sj = sign * std::sin(angles[j]), cj = std::cos(angles[j]);
-    const float sk = sign * std::sin(angles[k]), ck = std::cos(angles[k]);
+    return withAxes(order, mat4(0.0f), [&](auto axes) {
+        constexpr int i = axes.kFirst, j = axes.kMiddle, k = axes.kLast;
+        const float si = axes.kSign * std::sin(angles[i]), ci = std::cos(angles[i]);
+        const float sj = axes.kSign * std::sin(angles[j]), cj = std::cos(angles[j]);
+        const float sk = axes.kSign * std::sin(angles[k]), ck = std::cos(angles[k]);
 
-    m[i][i] = cj * ck;
-    m[i][j] = cj * sk;
-    m[i][k] = -sj;
-    m[j][i] = si * sj * ck - ci * sk;
-    m[j][j] = si * sj * sk + ci * ck;
-    m[j][k] = si * cj;
-    m[k][i] = ci * sj * ck + si * sk;
-    m[k][j] = ci * sj * sk - si * ck;
-    m[k][k] = ci * cj;
-    m[3][3] = 1.0f;
-    return m;
+        mat4 m(1.0f);
+        m[i][i] = cj * ck;
+        m[i][j] = cj * sk;
+        m[i][k] = -sj;
+        m[j][i] = si * sj * ck - ci * sk;
+        m[j][j] = si * sj * sk + ci * ck;
+        m[j][k] = si * cj;
+        m[k][i] = ci * sj * ck + si * sk;
+        m[k][j] = ci * sj * sk - si * ck;
+        m[k][k] = ci * cj;
+        return m;
+    });
 }
 
 quat eulerToQuat(vec3 angles, RotateOrder order) {
-    quat q(0.0f, 0.0f, 0.0f, 0.0f);
-    if (!isRotateOrder(order)) {
-        return q;
-    }
-    const auto [i, j, k, sign] = kAxisOrders[static_cast<std::size_t>(order)];
-    const vec3 half = 0.5f * angles;
-    const float si = sign * std::sin(half[i]), ci = std::cos(half[i]);
-    const float sj = sign * std::sin(half[j]), cj = std::cos(half[j]);
-    const float sk = sign * std::sin(half[k]), ck = std::cos(half[k]);
+    return withAxes(order, quat(0.0f, 0.0f, 0.0f, 0.0f), [&](auto axes) {
+        constexpr int i = axes.kFirst, j = axes.kMiddle, k = axes.kLast;
+        const vec3 half = 0.5f * angles;
+        const float si = axes.kSign * std::sin(half[i]), ci = std::cos(half[i]);
+        const float sj = axes.kSign * std::sin(half[j]), cj = std::cos(half[j]);
+        const float sk = axes.kSign * std::sin(half[k]), ck = std::cos(half[k]);
 
-    q[i] = sign * (si * cj * ck - ci * sj * sk);
-    q[j] = sign * (ci * sj * ck + si * cj * sk);
-    q[k] = sign * (ci * cj * sk - si * sj * ck);
-    q.w = ci * cj * ck + si * sj * sk;
-    return q;
+        quat q(ci * cj * ck + si * sj * sk, vec3(0.0f));
+        q[i] = axes.kSign * (si * cj * ck - ci * sj * sk);
+        q[j] = axes.kSign * (ci * sj * ck + si * cj * sk);
+        q[k] = axes.kSign * (ci * cj * sk - si * sj * ck);
+        return q;
+    });
 }
 
 template <class T>
 std::tuple<bool, vec3, vec3> get_both_euler(T const& m, RotateOrder order) {
-    vec3 primary(0.0f), alternative(0.0f);
-    if (!isRotateOrder(order)) {
-        return {false, primary, alternative};
-    }
-    const auto [i, j, k, sign] = kAxisOrders[static_cast<std::size_t>(order)];
-    const float c2 = m[i][i] * m[i][i] + m[i][j] * m[i][j];
-    primary[j] = std::atan2(-sign * m[i][k], guardedSqrt(c2));
+    using Solutions = std::tuple<bool, vec3, vec3>;
+    return withAxes(order, Solutions(false, vec3(0.0f), vec3(0.0f)), [&](auto axes) {
+        constexpr int i = axes.kFirst, j = axes.kMiddle, k = axes.kLast;
+        constexpr float sign = axes.kSign;
+        vec3 primary(0.0f), alternative(0.0f);
+        const float c2 = m[i][i] * m[i][i] + m[i][j] * m[i][j];
+        primary[j] = std::atan2(-sign * m[i][k], guardedSqrt(c2));
 
-    // Deliberate: a squared length of exactly the threshold is gimbal lock in every order but zyx. NaN is, in all six.
-    const bool isRegular = order == kRotateZYX ? c2 >= kThreshold : c2 > kThreshold;
-    if (!isRegular) {
-        primary[i] = std::atan2(-sign * m[k][j], m[j][j]);
-        return {false, primary, alternative};
-    }
-    primary[i] = std::atan2(sign * m[j][k], m[k][k]);
-    primary[k] = std::atan2(sign * m[i][j], m[i][i]);
-    alternative[i] = oppositeOuterAngle(primary[i]);
-    alternative[j] = oppositeMiddleAngle(primary[j]);
-    alternative[k] = oppositeOuterAngle(primary[k]);
-    return {true, primary, alternative};
+        // Deliberate: a squared length of exactly the threshold is gimbal lock in every order but zyx. NaN is, in all
+        // six.
+        const bool isRegular = order == kRotateZYX ? c2 >= kThreshold : c2 > kThreshold;
+        if (!isRegular) {
+            primary[i] = std::atan2(-sign * m[k][j], m[j][j]);
+            return Solutions(false, primary, alternative);
+        }
+        primary[i] = std::atan2(sign * m[j][k], m[k][k]);
+        primary[k] = std::atan2(sign * m[i][j], m[i][i]);
+        alternative[i] = oppositeOuterAngle(primary[i]);
+        alternative[j] = oppositeMiddleAngle(primary[j]);
+        alternative[k] = oppositeOuterAngle(primary[k]);
+        return Solutions(true, primary, alternative);
+    });
 }
 
 template std::tuple<bool, vec3, vec3> get_both_euler<mat3>(mat3 const&, RotateOrder);
@@ -208,7 +218,7 @@ vec3 smallerEuler(std::tuple<bool, vec3, vec3> const& solutions) {
 }
 
 vec3 eulerAngles(quat q, RotateOrder order) {
-    return smallerEuler(get_both_euler(glm::mat4_cast(q), order));
+    return smallerEuler(get_both_euler(glm::mat3_cast(q), order));
 }
 
 vec3 eulerAngles(quat q, RotateOrder order, vec3 reference) {

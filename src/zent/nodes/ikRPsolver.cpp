@@ -1,5 +1,6 @@
 #include "zent/nodes/ikRPsolver.h"
 
+#include "zent/math/lanes.h"
 #include "zent/math/require.h"
 #include "zent/math/rotation.h"
 #include "zent/nodes/ikJoint.h"
@@ -177,8 +178,8 @@ ChainList<vec3> ikRPsolver2Bones(mat4 handleParent, vec3 handleTranslate, vec3 e
         return ik__IMPL__matrix(translates[i], jointOrients[i], scales[i], inverseScales[i], compensates[i], rotates[i],
                                 static_cast<RotateOrder>(rotateOrders[i]));
     };
-    const mat4 root_world = rootParent * local(0);
-    const mat4 middle_world = root_world * local(1);
+    const mat4 root_world = productOf(rootParent, local(0));
+    const mat4 middle_world = productOf(root_world, local(1));
     const vec3 root(root_world[3]);
     const TwoBones chain(vec3(middle_world[3]) - root, transformVector(middle_world, endTranslate),
                          transformPoint(handleParent, handleTranslate) - root);
