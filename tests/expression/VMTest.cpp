@@ -142,6 +142,17 @@ TEST(VM, CallsKeepTheirArgumentsAsSlots) {
               Floats{9.0f});
 }
 
+TEST(VM, KeepsItsValuesWhereTheStackGrows) {
+    std::string source = "const 0.5\n";
+    for (int i = 0; i < 300; ++i) {
+        source += "load " + std::to_string(i % 256) + "\n"; // also of the slot just below the end of the room
+    }
+    for (int i = 0; i < 300; ++i) {
+        source += "add\n";
+    }
+    EXPECT_EQ(run(source + "output 0\n end"), Floats{150.5f});
+}
+
 TEST(VM, ReturnsWhereAFunctionTookItsCallersValues) {
     // f takes a value from below its own frame, so there is nothing of its own left to remove.
     EXPECT_EQ(run("const 3\n const 4\n const 5\n call 0 f\n output 0\n output 1\n end\n f: pop\n return"),

@@ -203,6 +203,11 @@ Builtin::Native Builtin::native(unsigned short id) {
     return kNatives[indexOf(id)].native;
 }
 
+Builtin::Native Builtin::nativeOf(unsigned short id, unsigned count) {
+    const Row& row = kNatives[indexOf(id)];
+    return count < row.arity ? nullptr : row.native;
+}
+
 unsigned Builtin::arity(unsigned short id) {
     return kNatives[indexOf(id)].arity;
 }

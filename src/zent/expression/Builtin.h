@@ -25,6 +25,8 @@ public:
     static const Function& get_function(unsigned short id);
     /// The same function, with no object around it. Throws as `get_function`.
     static Native native(unsigned short id);
+    /// The same for a call with so many arguments; null where it reads more of them.
+    static Native nativeOf(unsigned short id, unsigned count);
     /// How many arguments the function reads. Throws as `get_function`.
     static unsigned arity(unsigned short id);
     /// The name of a number, null if there is none. "abs" has two numbers, and the map below knows the higher index.

@@ -15,20 +15,102 @@ namespace zent {
 
 namespace {
 
-// a b -> operation(a, b), for the four pairs of integers and doubles.
-template <class Operation>
-void combineNumbers(ValueStack& stack, Operation operation) {
-    Value& a = stack.top(1);
-    if (!combine(a, stack.top(), operation, [&a](auto result) { assign(a, result); })) {
-        fail("Unreachable");
+// The value stack of a run. Its ends are kept here, out of memory, since nearly every instruction moves the top; the
+// errors and the growing, which need the stack itself, get numbers and give new ends back.
+class RunStack {
+public:
+    explicit RunStack(ValueStack& stack) : stack_(stack), room_(stack.room()) {}
+
+    std::size_t size() const { return static_cast<std::size_t>(room_.top - room_.bottom); }
+    /// To and from the stack that others work on.
+    void leave() { stack_.resize(size()); }
+    void comeBack() { room_ = stack_.room(); }
+
+    template <class T>
+    void push(const T& value) {
+        if (__builtin_expect(room_.top == room_.end, 0)) {
+            const T kept = value; // which may lie in the stack
+            room_ = stack_.grow();
+            assign(*room_.top++, kept);
+            return;
+        }
+        assign(*room_.top++, value);
     }
-    stack.pop();
+
+    /// Requires so many values.
+    void require(std::ptrdiff_t count) {
+        if (__builtin_expect(room_.top < room_.bottom + count, 0)) {
+            ValueStack::failEmpty(static_cast<std::size_t>(count), size());
+        }
+    }
+
+    Value& top() {
+        require(1);
+        return room_.top[-1];
+    }
+
+    void pop() {
+        require(1);
+        --room_.top;
+    }
+
+    /// Gives `take` the value below the top and the top, of which the latter goes.
+    template <class Take>
+    [[gnu::always_inline]] void popPair(Take take) {
+        require(2); // two values are missed first
+        take(room_.top[-2], room_.top[-1]);
+        --room_.top;
+    }
+
+    template <class T>
+    T popAs() {
+        const T alternative = as<T>(top());
+        --room_.top;
+        return alternative;
+    }
+
+    double popNumber() {
+        const double number = toNumber(top());
+        --room_.top;
+        return number;
+    }
+
+    /// A slot of the frame that starts at index `frame`.
+    Value& slot(std::size_t frame, std::size_t slot) {
+        Value* const value = room_.bottom + frame + slot;
+        if (__builtin_expect(value >= room_.top, 0)) {
+            ValueStack::failSlot(frame, slot, size());
+        }
+        return *value;
+    }
+
+    /// The slot takes the top, which stays.
+    void store(std::size_t frame, std::size_t slot) {
+        Value& to = this->slot(frame, slot); // the slot is missed first
+        assign(to, top());
+    }
+
+    Value* from(std::size_t index) { return room_.bottom + index; }
+    /// Removes the values down to an index; where there are none above it, none.
+    void shrink(std::size_t size) { room_.top = std::min(room_.top, room_.bottom + size); }
+
+private:
+    ValueStack& stack_;
+    ValueStack::Room room_;
+};
+
+[[noreturn, gnu::cold, gnu::noinline]] void failUnreachable() {
+    fail("Unreachable");
 }
 
-void modulo(ValueStack& stack) {
-    Value& a = stack.top(1); // two values are missed first
-    takeModulo(a, stack.top());
-    stack.pop();
+// a b -> operation(a, b), for the four pairs of integers and doubles.
+template <class Operation>
+[[gnu::always_inline]] inline void combineNumbers(RunStack& stack, Operation operation) {
+    stack.popPair([operation](Value& a, const Value& b) {
+        if (!combine(a, b, operation, [&a](auto result) { assign(a, result); })) {
+            failUnreachable();
+        }
+    });
 }
 
 void negate(Value& value) {
@@ -40,13 +122,13 @@ void negate(Value& value) {
 }
 
 template <class Operation>
-void combineBools(ValueStack& stack, Operation operation) {
+[[gnu::always_inline]] inline void combineBools(RunStack& stack, Operation operation) {
     const bool b = stack.popAs<bool>();
     const bool a = stack.popAs<bool>();
     stack.push(operation(a, b));
 }
 
-void makeVector(ValueStack& stack) {
+[[gnu::always_inline]] inline void makeVector(RunStack& stack) {
     const double z = stack.popNumber();
     const double y = stack.popNumber();
     const double x = stack.popNumber();
@@ -83,23 +165,29 @@ struct Budget {
     void giveBack(unsigned steps) { run -= steps; }
 };
 
-// The byte code and the next byte to read. The one value that every instruction changes, so it is kept out of memory.
+// The byte code and the next byte to read, kept out of memory as the stack's ends are: what an instruction writes might
+// change whatever lies there, as far as the compiler can tell.
 class Cursor {
 public:
-    Cursor(const std::vector<unsigned char>& code, int ip) : code_(code), ip_(static_cast<std::size_t>(ip)) {}
+    Cursor(const std::vector<unsigned char>& code, int ip)
+        : code_(code), bytes_(code.data()), size_(code.size()), ip_(static_cast<std::size_t>(ip)) {}
 
     int position() const { return static_cast<int>(ip_); }
     void moveTo(int position) { ip_ = static_cast<std::size_t>(position); }
     void jumpForward(std::size_t offset) { ip_ += offset; }
     void jumpBack(std::size_t offset) {
         if (offset > ip_) {
-            fail("the jump back by " + std::to_string(offset) + " before code[" + std::to_string(ip_) +
-                 "] leads out of the expression");
+            failJumpBack(offset, ip_);
         }
         ip_ -= offset;
     }
 
-    unsigned char readByte() { return code_.at(ip_++); }
+    unsigned char readByte() {
+        if (__builtin_expect(ip_ >= size_, 0)) {
+            failEnd(code_, ip_);
+        }
+        return bytes_[ip_++];
+    }
 
     unsigned short readWord() {
         const unsigned high = readByte();
@@ -110,8 +198,8 @@ public:
     template <class List>
     const typename List::value_type& itemOf(const List& list, const char* name) {
         const std::size_t index = readByte();
-        if (index >= list.size()) {
-            requireIndex("code", ip_ - 1, index, list.size(), name);
+        if (__builtin_expect(index >= list.size(), 0)) {
+            failItem(ip_ - 1, index, list.size(), name);
         }
         return list[index];
     }
@@ -119,16 +207,49 @@ public:
     const Value& constantOf(const std::vector<Value>& constants) {
         const Value& constant = itemOf(constants, "the list of constants");
         if (const auto* unknown = std::get_if<UnknownValue>(&constant)) {
-            fail("the constant of code[" + std::to_string(ip_ - 1) + "] has the index " +
-                 std::to_string(unknown->index) + ", the last one is 3");
+            failConstant(ip_ - 1, *unknown);
         }
         return constant;
     }
 
 private:
+    [[noreturn, gnu::cold, gnu::noinline]] static void failEnd(const std::vector<unsigned char>& code, std::size_t ip) {
+        static_cast<void>(code.at(ip));
+        __builtin_unreachable();
+    }
+    [[noreturn, gnu::cold, gnu::noinline]] static void failJumpBack(std::size_t offset, std::size_t ip) {
+        fail("the jump back by " + std::to_string(offset) + " before code[" + std::to_string(ip) +
+             "] leads out of the expression");
+    }
+    [[noreturn, gnu::cold, gnu::noinline]] static void failItem(std::size_t ip, std::size_t index, std::size_t size,
+                                                                const char* name) {
+        requireIndex("code", ip, index, size, name);
+        __builtin_unreachable();
+    }
+    [[noreturn, gnu::cold, gnu::noinline]] static void failConstant(std::size_t ip, UnknownValue unknown) {
+        fail("the constant of code[" + std::to_string(ip) + "] has the index " + std::to_string(unknown.index) +
+             ", the last one is 3");
+    }
+
     const std::vector<unsigned char>& code_;
+    const unsigned char* bytes_;
+    std::size_t size_;
     std::size_t ip_;
 };
+
+[[noreturn, gnu::cold, gnu::noinline]] void failArguments(unsigned count, std::size_t size, int ip) {
+    fail("the call before code[" + std::to_string(ip) + "] takes " + std::to_string(count) +
+         " arguments from a stack of " + std::to_string(size));
+}
+
+[[noreturn, gnu::cold, gnu::noinline]] void failNative(unsigned short id, unsigned count, int ip) {
+    fail(std::string("the built-in ") + Builtin::name(id) + " reads " + std::to_string(Builtin::arity(id)) +
+         " arguments, the call before code[" + std::to_string(ip) + "] gives " + std::to_string(count));
+}
+
+[[noreturn, gnu::cold, gnu::noinline]] void failReturn(int ip) {
+    fail("the expression returns before code[" + std::to_string(ip) + "] with no call open");
+}
 
 // Behind a position, a jump forward stays within an int.
 constexpr std::size_t kMaxCode = std::numeric_limits<int>::max() - 0x20000;
@@ -150,7 +271,7 @@ VM::Floats VM::execute(Floats inputs) {
 
 VM::Floats VM::executeAgain(const Floats& inputs) {
     ip_ = 0;
-    stack_.shrink(0);
+    stack_.resize(0);
     frame_ = 0;
     calls_.clear();
     repeats_ = 0;
@@ -168,103 +289,134 @@ template <class Meter>
 VM::Floats VM::run(const Floats& inputs, Meter meter) {
     Floats outputs;
     Cursor code(code_, ip_);
+    RunStack stack(stack_);
+    const auto goOnDecoded = [&] {
+        stack.leave();
+        code.moveTo(runDecoded(code.position(), inputs, outputs, meter));
+        stack.comeBack();
+    };
     for (;;) {
         meter.takeOne();
         switch (static_cast<Opcode>(code.readByte())) {
         case Opcode::Constant:
-            stack_.push(code.constantOf(constants_));
+            stack.push(code.constantOf(constants_));
             break;
         case Opcode::Vector:
-            makeVector(stack_);
+            makeVector(stack);
             break;
         case Opcode::Component: {
             const unsigned char operand = code.readByte();
-            stack_.push(component(stack_.popAs<ValueVector>(), operand));
+            stack.push(component(stack.popAs<ValueVector>(), operand));
             break;
         }
         case Opcode::Add:
-            combineNumbers(stack_, Add{});
+            combineNumbers(stack, Add{});
             break;
         case Opcode::Subtract:
-            combineNumbers(stack_, Subtract{});
+            combineNumbers(stack, Subtract{});
             break;
         case Opcode::Multiply:
-            combineNumbers(stack_, Multiply{});
+            combineNumbers(stack, Multiply{});
             break;
         case Opcode::Divide:
-            combineNumbers(stack_, Divide{});
+            combineNumbers(stack, Divide{});
             break;
         case Opcode::Modulo:
-            modulo(stack_);
+            stack.popPair(takeModulo);
             break;
         case Opcode::Negate:
-            negate(stack_.top());
+            negate(stack.top());
             break;
         case Opcode::Not:
-            assign(stack_.top(), !as<bool>(stack_.top()));
+            assign(stack.top(), !as<bool>(stack.top()));
             break;
         case Opcode::Equal:
-            combineNumbers(stack_, Equal{});
+            combineNumbers(stack, Equal{});
             break;
         case Opcode::Greater:
-            combineNumbers(stack_, Greater{});
+            combineNumbers(stack, Greater{});
             break;
         case Opcode::Less:
-            combineNumbers(stack_, Less{});
+            combineNumbers(stack, Less{});
             break;
         case Opcode::And:
-            combineBools(stack_, [](bool a, bool b) { return a && b; });
+            combineBools(stack, [](bool a, bool b) { return a && b; });
             break;
         case Opcode::Or:
-            combineBools(stack_, [](bool a, bool b) { return a || b; });
+            combineBools(stack, [](bool a, bool b) { return a || b; });
             break;
         case Opcode::True:
-            stack_.push(true);
+            stack.push(true);
             break;
         case Opcode::False:
-            stack_.push(false);
+            stack.push(false);
             break;
         case Opcode::Pop:
-            stack_.pop();
+            stack.pop();
             break;
         case Opcode::Load:
-            stack_.push(stack_.slot(frame_, code.readByte()));
+            stack.push(stack.slot(frame_, code.readByte()));
             break;
         case Opcode::Store:
-            stack_.store(frame_, code.readByte());
+            stack.store(frame_, code.readByte());
             break;
         case Opcode::Output: {
             const std::size_t slot = code.readByte();
             if (outputs.size() <= slot) {
                 outputs.resize(slot + 1, 0.0f);
             }
-            outputs[slot] = static_cast<float>(stack_.popNumber());
+            outputs[slot] = static_cast<float>(stack.popNumber());
             break;
         }
         case Opcode::Input:
-            stack_.push(static_cast<double>(code.itemOf(inputs, "the list of inputs")));
+            stack.push(static_cast<double>(code.itemOf(inputs, "the list of inputs")));
             break;
         case Opcode::GetOutput:
-            stack_.push(static_cast<double>(code.itemOf(outputs, "the list of outputs")));
+            stack.push(static_cast<double>(code.itemOf(outputs, "the list of outputs")));
             break;
         case Opcode::Call: {
             const unsigned count = code.readByte();
             const unsigned short target = code.readWord();
-            code.moveTo(call(count, target, code.position()));
-            if (target < code_.size() && isWarm()) {
-                code.moveTo(runDecoded(code.position(), inputs, outputs, meter));
+            if (__builtin_expect(count > stack.size(), 0)) {
+                failArguments(count, stack.size(), code.position());
+            }
+            const std::size_t frame = stack.size() - count;
+            if (target >= code_.size()) {
+                const Builtin::Native native = Builtin::nativeOf(target, count);
+                if (__builtin_expect(native == nullptr, 0)) {
+                    failNative(target, count, code.position());
+                }
+                Value* const args = stack.from(frame); // at least one
+                native(args, *args);
+                stack.shrink(frame + 1);
+                break;
+            }
+            openCall(code.position(), static_cast<unsigned>(frame));
+            code.moveTo(target);
+            if (isWarm()) {
+                goOnDecoded();
             }
             break;
         }
-        case Opcode::Return:
-            code.moveTo(returnFromCall(code.position()));
+        case Opcode::Return: {
+            if (__builtin_expect(calls_.empty(), 0)) {
+                failReturn(code.position());
+            }
+            // Where the function took its caller's values, the result stays where it is.
+            Value& result = stack.top();
+            stack.shrink(frame_ + std::size_t{1});
+            assign(stack.top(), result);
+            code.moveTo(calls_.back().first);
+            frame_ = calls_.back().second;
+            calls_.pop_back();
             break;
+        }
         case Opcode::Jump:
             code.jumpForward(code.readWord());
             break;
         case Opcode::JumpUnless: {
             const std::size_t offset = code.readWord();
-            if (!stack_.popAs<bool>()) {
+            if (!stack.popAs<bool>()) {
                 code.jumpForward(offset);
             }
             break;
@@ -272,7 +424,7 @@ VM::Floats VM::run(const Floats& inputs, Meter meter) {
         case Opcode::JumpBack:
             code.jumpBack(code.readWord());
             if (isWarm()) {
-                code.moveTo(runDecoded(code.position(), inputs, outputs, meter));
+                goOnDecoded();
             }
             break;
         case Opcode::End:
@@ -284,48 +436,12 @@ VM::Floats VM::run(const Floats& inputs, Meter meter) {
     }
 }
 
-// Returns where to go on.
-int VM::call(unsigned count, unsigned short target, int ip) {
-    if (count > stack_.size()) {
-        fail("the call before code[" + std::to_string(ip) + "] takes " + std::to_string(count) +
-             " arguments from a stack of " + std::to_string(stack_.size()));
-    }
-    const auto frame = static_cast<unsigned>(stack_.size() - count);
-    if (target >= code_.size()) {
-        callBuiltin(target, frame, count, ip);
-        return ip;
-    }
+void VM::openCall(int ip, unsigned frame) {
     if (calls_.size() >= kMaxCalls) {
         fail("the expression keeps more than " + std::to_string(kMaxCalls) + " calls open");
     }
     calls_.emplace_back(ip, frame_);
     frame_ = frame;
-    return target;
-}
-
-void VM::callBuiltin(unsigned short id, unsigned frame, unsigned count, int ip) {
-    const Builtin::Native native = Builtin::native(id);
-    if (count < Builtin::arity(id)) {
-        fail(std::string("the built-in ") + Builtin::name(id) + " reads " + std::to_string(Builtin::arity(id)) +
-             " arguments, the call before code[" + std::to_string(ip) + "] gives " + std::to_string(count));
-    }
-    Value* args = stack_.from(frame); // at least one
-    native(args, *args);
-    stack_.shrink(frame + 1);
-}
-
-// Returns where to go on.
-int VM::returnFromCall(int ip) {
-    if (calls_.empty()) {
-        fail("the expression returns before code[" + std::to_string(ip) + "] with no call open");
-    }
-    const Value result = stack_.top();
-    stack_.pop();
-    stack_.shrink(frame_);
-    stack_.push(result);
-    std::tie(ip, frame_) = calls_.back();
-    calls_.pop_back();
-    return ip;
 }
 
 bool VM::isWarm() {
@@ -429,10 +545,11 @@ int VM::runDecoded(int ip, const Floats& inputs, Floats& outputs, Meter& meter) 
     if (!decoded_) {
         decoded_ = std::make_unique<DecodedCode>(code_, constants_, inputs);
     }
-    Value* const bottom = stack_.from(0);
+    const ValueStack::Room room = stack_.room();
+    Value* const bottom = room.bottom;
     // One instruction pushes two values at most.
-    const Value* const last = bottom + stack_.capacity() - 2;
-    Registers r{bottom + stack_.size(), bottom + frame_, decoded_->pool(), decoded_->at(static_cast<std::size_t>(ip))};
+    const Value* const last = room.end - 2;
+    Registers r{room.top, bottom + frame_, decoded_->pool(), decoded_->at(static_cast<std::size_t>(ip))};
     const auto stop = [&] {
         stack_.resize(static_cast<std::size_t>(r.top - bottom));
         frame_ = static_cast<unsigned>(r.frame - bottom);

@@ -55,9 +55,7 @@ private:
     int runDecoded(int ip, const Floats& inputs, Floats& outputs, Meter& meter);
     bool isWarm();
 
-    int call(unsigned count, unsigned short target, int ip);
-    void callBuiltin(unsigned short id, unsigned frame, unsigned count, int ip);
-    int returnFromCall(int ip);
+    void openCall(int ip, unsigned frame);
 
     std::vector<unsigned char> code_;
     std::vector<Value> constants_;

@@ -8,7 +8,8 @@
 
 namespace zent {
 
-void ValueStack::grow() {
+ValueStack::Room ValueStack::grow() {
+    size_ = capacity_;
     if (size_ >= kLimit) {
         fail("the expression keeps more than " + std::to_string(kLimit) + " values on its stack");
     }
@@ -17,16 +18,17 @@ void ValueStack::grow() {
     grown_ = std::move(wider);
     values_ = grown_.data();
     capacity_ = grown_.size();
+    return room();
 }
 
-void ValueStack::failEmpty(std::size_t needed) const {
+void ValueStack::failEmpty(std::size_t needed, std::size_t size) {
     fail("an instruction of the expression takes " + std::to_string(needed) + " values from a stack of " +
-         std::to_string(size_));
+         std::to_string(size));
 }
 
-void ValueStack::failSlot(std::size_t frame, std::size_t slot) const {
+void ValueStack::failSlot(std::size_t frame, std::size_t slot, std::size_t size) {
     fail("local slot " + std::to_string(slot) + " of the expression lies beyond the stack: the frame starts at " +
-         std::to_string(frame) + ", the stack has " + std::to_string(size_));
+         std::to_string(frame) + ", the stack has " + std::to_string(size));
 }
 
 } // namespace zent

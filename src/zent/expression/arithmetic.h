@@ -24,6 +24,9 @@ void assign(Value& value, T alternative) {
 /// The same from another value. By alternative: a copy of the whole record would wait until the parts last written
 /// reach memory.
 inline void assign(Value& to, const Value& from) {
+    if (const double* number = std::get_if<double>(&from)) {
+        return assign(to, *number); // what most are
+    }
     std::visit([&to](auto alternative) { assign(to, alternative); }, from);
 }
 
