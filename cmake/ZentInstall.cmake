@@ -27,11 +27,15 @@ install(TARGETS ZentMayaNodes ZentMayaTools LIBRARY DESTINATION ${CMAKE_INSTALL_
 if(NOT ZENT_MAYA_DEVKIT)
     install(TARGETS OpenMaya LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/zentmayanodes)
     install(TARGETS zentcheck zentreport RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-    set_target_properties(ZentMayaNodes ZentMayaTools PROPERTIES INSTALL_RPATH "$ORIGIN/zentmayanodes")
     install(TARGETS zent_rig_shared EXPORT ZentMayaNodesTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-    set_target_properties(zent_rig_shared PROPERTIES INSTALL_RPATH "$ORIGIN/zentmayanodes")
     install(FILES src/zent/rig/Rig.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zent/rig)
-    set_target_properties(zentcheck PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}/zentmayanodes")
+    # The build tree has the stand-in where a prefix has it, so that both look for it in the same way. CMake's own paths
+    # of a build tree end in a colon, by which the loader would look for libraries in the current folder, too.
+    set_target_properties(ZentMayaNodes ZentMayaTools zent_rig_shared PROPERTIES
+                          INSTALL_RPATH "$ORIGIN/zentmayanodes" BUILD_WITH_INSTALL_RPATH ON)
+    set(rpath "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}/zentmayanodes" "$ORIGIN/../lib/zentmayanodes")
+    list(REMOVE_DUPLICATES rpath)
+    set_target_properties(zentcheck PROPERTIES INSTALL_RPATH "${rpath}" BUILD_WITH_INSTALL_RPATH ON)
 endif()
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY farm DESTINATION ${CMAKE_INSTALL_DOCDIR})

@@ -56,7 +56,9 @@ Plugin::~Plugin() {
 
 std::string Plugin::defaultPath(const std::string& name) {
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
-    return (program.parent_path().parent_path() / "lib" / (name + ".so")).string();
+    const std::filesystem::path prefix = program.parent_path().parent_path();
+    const std::filesystem::path installed = prefix / ZENT_LIBDIR / (name + ".so");
+    return (std::filesystem::exists(installed) ? installed : prefix / "lib" / (name + ".so")).string(); // a build's
 }
 
 } // namespace host

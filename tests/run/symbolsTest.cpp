@@ -50,6 +50,19 @@ TEST(SymbolsTest, APlugInNeedsTheRuntimeAndMayasApiAlone) {
     }
 }
 
+// An empty entry would stand for the current folder, which may be a stranger's rig.
+TEST(SymbolsTest, LibrariesAreLookedForBesideTheProgramsAlone) {
+    for (const std::string name : {"ZentMayaNodes.so", "ZentMayaTools.so", "libzent_rig.so", "../bin/zentcheck"}) {
+        const std::string path = std::string(ZENT_PLUGIN_FOLDER) + "/" + name;
+        std::istringstream folders(outputOf("readelf -d " + path + " | sed -n 's/.*RUNPATH.*\\[\\(.*\\)\\]/\\1:/p'"));
+        std::string folder;
+        EXPECT_TRUE(std::getline(folders, folder, ':')) << name << " finds the stand-in by luck";
+        do {
+            EXPECT_EQ(folder.rfind("$ORIGIN/", 0), 0U) << name << ": \"" << folder << "\"";
+        } while (std::getline(folders, folder, ':') && folder != "\n");
+    }
+}
+
 // docs/maya-api.md: what is imported of Maya stands in a row of its class.
 TEST(SymbolsTest, TheDocumentTellsWhatThePlugInsCall) {
     using Functions = std::set<std::string>; // each as "Class::function"
