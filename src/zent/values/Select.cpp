@@ -1,9 +1,7 @@
 #include "zent/values/Select.h"
 
-#include <boost/algorithm/string/classification.hpp>
 #include <boost/algorithm/string/predicate.hpp>
 #include <boost/algorithm/string/replace.hpp>
-#include <boost/algorithm/string/split.hpp>
 #include <fmt/format.h>
 
 #include <maya/MDataHandle.h>
@@ -19,6 +17,7 @@
 #include <maya/MSelectionList.h>
 
 #include <stdexcept>
+#include <string_view>
 #include <unordered_set>
 #include <utility>
 
@@ -85,7 +84,7 @@ int dataType(const MPlug& plug) {
 }
 
 /// The plug of a top-level attribute, a null plug if the node or the attribute does not exist.
-MPlug attributePlug(const std::string& node, const std::string& attribute) {
+MPlug attributePlug(std::string_view node, std::string_view attribute) {
     MSelectionList list;
     MGlobal::getSelectionListByName(toMaya(node), list);
     MObject object;
@@ -104,25 +103,26 @@ public:
         names_.clear();
     }
     /// To the child of a name. No such child yields the plug itself: deliberate, manifests name parents through it.
-    void toChild(const std::string& name) {
-        if (!names_.empty() && names_.count(name) == 0) {
+    void toChild(std::string_view name) {
+        if (!names_.empty() && names_.count(std::string(name)) == 0) {
             return;
         }
         for (unsigned int i = 0; i < plug_.numChildren(); ++i) {
-            if (const MPlug child = plug_.child(i); nameOf(child) == name) {
+            if (const MPlug child = plug_.child(i); lastOf(pathOf(child)) == name) {
                 enter(child);
                 return;
             }
         }
         for (unsigned int i = 0; i < plug_.numChildren(); ++i) {
-            names_.insert(nameOf(plug_.child(i)));
+            names_.emplace(lastOf(pathOf(plug_.child(i))));
         }
     }
 
 private:
-    static std::string nameOf(const MPlug& child) {
-        const std::string path = child.partialName(false, true, true, false, false, true).asChar();
-        return path.substr(path.rfind('.') + 1); // the whole path where it has no "."
+    static MString pathOf(const MPlug& child) { return child.partialName(false, true, true, false, false, true); }
+    static std::string_view lastOf(const MString& path) {
+        const std::string_view text = path.asChar();
+        return text.substr(text.rfind('.') + 1); // the whole path where it has no "."
     }
 
     MPlug plug_;
@@ -130,16 +130,16 @@ private:
 };
 
 /// The element that a part such as "weights[3]" asks for, the plug itself for a part without an index.
-MPlug elementPlug(const MPlug& plug, const std::string& part) {
+MPlug elementPlug(const MPlug& plug, std::string_view part) {
     const std::size_t bracket = part.find('[');
-    if (bracket == std::string::npos) {
+    if (bracket == std::string_view::npos) {
         return plug;
     }
-    const std::string index = part.substr(bracket + 1, part.find(']', bracket) - bracket - 1);
+    const std::string_view index = part.substr(bracket + 1, part.find(']', bracket) - bracket - 1);
     return plug.elementByLogicalIndex(static_cast<unsigned int>(toMaya(index).asInt()));
 }
 
-std::string withoutIndex(const std::string& part) {
+std::string_view withoutIndex(std::string_view part) {
     return part.substr(0, part.find('['));
 }
 
@@ -151,8 +151,8 @@ mat4 geometryMatrix(const MDataHandle& handle) {
 
 std::string namescope;
 
-MString toMaya(const std::string& text) {
-    return MString(text.c_str(), static_cast<int>(text.size()));
+MString toMaya(std::string_view text) {
+    return MString(text.data(), static_cast<int>(text.size()));
 }
 
 std::string inNamespace(std::string name) {
@@ -166,15 +166,17 @@ std::string inNamespace(std::string name) {
 MPlug findPlug(std::string name) {
     name = inNamespace(std::move(name));
     // A name with no "." stands for both the node and its attribute.
-    const std::size_t dot = name.find('.');
-    const std::string path = dot == std::string::npos ? name : name.substr(dot + 1);
-    std::vector<std::string> parts;
-    boost::algorithm::split(parts, path, boost::algorithm::is_any_of("."));
+    const std::string_view whole = name;
+    const std::string_view node = whole.substr(0, whole.find('.'));
+    std::string_view path = node.size() == whole.size() ? whole : whole.substr(node.size() + 1);
+    std::string_view part = path.substr(0, path.find('.'));
 
-    Descent descent(elementPlug(attributePlug(name.substr(0, dot), withoutIndex(parts.front())), parts.front()));
-    for (std::size_t i = 1; i < parts.size(); ++i) {
-        descent.toChild(withoutIndex(parts[i]));
-        if (const MPlug element = elementPlug(descent.plug(), parts[i]); !(element == descent.plug())) {
+    Descent descent(elementPlug(attributePlug(node, withoutIndex(part)), part));
+    while (part.size() < path.size()) {
+        path.remove_prefix(part.size() + 1);
+        part = path.substr(0, path.find('.'));
+        descent.toChild(withoutIndex(part));
+        if (const MPlug element = elementPlug(descent.plug(), part); !(element == descent.plug())) {
             descent.enter(element);
         }
     }

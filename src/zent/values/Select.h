@@ -13,11 +13,12 @@
 #include <maya/MString.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace zent {
 
-MString toMaya(const std::string& text);
+MString toMaya(std::string_view text);
 
 /// The namespace that plug look-ups are prefixed with, from the command's flag; empty for none.
 extern std::string namescope;
