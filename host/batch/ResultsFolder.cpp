@@ -98,10 +98,10 @@ nlohmann::json ResultsFolder::summaryOf(const std::string& path) {
             }
             continue;
         }
-        const nlohmann::json line =
+        nlohmann::json line =
             nlohmann::json::parse(tail.begin() + static_cast<std::ptrdiff_t>(before + 1), tail.end(), nullptr, false);
-        return line.is_object() && line.contains("summary") && line["summary"].is_object() ? line["summary"]
-                                                                                           : nlohmann::json();
+        const bool isSummary = line.is_object() && line.contains("summary") && line["summary"].is_object();
+        return isSummary ? std::move(line["summary"]) : nlohmann::json();
     }
     return nullptr;
 }
