@@ -3,20 +3,20 @@
 #include <nlohmann/json.hpp>
 
 #include <functional>
-#include <list>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace scene {
 
 /// The members of a JSON object in the order of the file. A name that the file gives twice is here twice.
 template <class Key, class T, class...>
-struct MemberList : std::list<std::pair<const Key, T>> {
+struct MemberList : std::vector<std::pair<Key, T>> {
     using key_type = Key;
     using mapped_type = T;
     using key_compare = std::equal_to<Key>;
 
-    T& operator[](const Key& key) { return this->emplace_back(key, T()).second; }
+    T& operator[](Key key) { return this->emplace_back(std::move(key), T()).second; }
 };
 
 /// A scene file's values: the children of a compound keep their order, and mistakes are not overwritten.

@@ -15,16 +15,16 @@ void failAt(const Slot& slot, const std::string& text) {
 }
 
 double readNumber(const Slot& slot, const char* name, const Json& value) {
+    if (value.is_number()) {
+        return value.get<double>();
+    }
     if (value == "nan") {
         return std::numeric_limits<double>::quiet_NaN();
     }
     if (value == "inf" || value == "-inf") {
         return value == "inf" ? std::numeric_limits<double>::infinity() : -std::numeric_limits<double>::infinity();
     }
-    if (!value.is_number()) {
-        failAt(slot, fmt::format("\"{}\" should be a number, not {}", name, value.type_name()));
-    }
-    return value.get<double>();
+    failAt(slot, fmt::format("\"{}\" should be a number, not {}", name, value.type_name()));
 }
 
 unsigned int readCount(const Slot& slot, const char* name, const Json& value, unsigned int last) {

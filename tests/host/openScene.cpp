@@ -27,7 +27,12 @@ void OpenScene::open(const std::string& text, const std::string& resource) {
 }
 
 std::string OpenScene::whyNot(const std::string& text) {
-    return thrownText([&] { open(text); });
+    const std::string reason = thrownText([&] { open(text); });
+    // The JSON library passes over the mark; without it, plain text is read in another way.
+    const std::string byLibrary = thrownText([&] { open("\xEF\xBB\xBF" + text); });
+    const bool isSyntax = reason.find("parse error") != std::string::npos; // the mark moves its place
+    EXPECT_TRUE(isSyntax || reason == byLibrary) << text << "\n  " << reason << "\n  " << byLibrary;
+    return reason;
 }
 
 std::string temporaryPath(const std::string& name) {
