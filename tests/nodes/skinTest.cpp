@@ -103,8 +103,8 @@ TEST(Skin, PointByPointIsTheSame) {
     }
 }
 
-// Points that follow each other with the same influences are summed side by side, where the processor can.
-TEST(Skin, AlikePointsAreTheSame) {
+// Points that follow each other with as many influences are summed side by side, where the processor can.
+TEST(Skin, RowsOfPointsAreTheSame) {
     constexpr unsigned kPoints = 23;
     std::vector<vec3> points;
     std::vector<mat4> matrix;
@@ -115,15 +115,18 @@ TEST(Skin, AlikePointsAreTheSame) {
     }
     const std::vector<mat4> bind(kPoints, scaling(vec3(1.1f)));
     const std::vector<mat4> palette = skinPalette(mat4(1.0f), matrix, bind);
-    for (unsigned odd = 0; odd <= kPoints; ++odd) { // the point that has more than the others, or another influence
+    // The point that has more than the others, or another influence; from one point to the next the same influences, or
+    // each its own.
+    for (unsigned odd = 0; odd <= kPoints; ++odd) {
         for (unsigned influences = 1; influences <= 6; ++influences) {
-            for (const unsigned more : {0u, 1u}) {
+            for (const auto& [more, step] : {std::pair(0u, 0u), std::pair(1u, 0u), std::pair(1u, 5u)}) {
                 SkinWeights weights;
                 std::vector<vec3> wanted;
                 for (unsigned i = 0; i < kPoints; ++i) {
                     std::vector<PointWeight> own;
                     for (unsigned k = 0; k < influences + (i == odd ? more : 0); ++k) {
-                        own.emplace_back(i == odd ? k + 1 : k, 0.1f * static_cast<float>(k + 1) + 0.01f * points[i].x);
+                        own.emplace_back((step * i + (i == odd ? k + 1 : k)) % kPoints,
+                                         0.1f * static_cast<float>(k + 1) + 0.01f * points[i].x);
                         weights.emplace_back(i, own.back().first, own.back().second);
                     }
                     wanted.push_back(skinPoint(points[i], palette, own.data(), own.data() + own.size()));

@@ -11,8 +11,7 @@
 namespace zent {
 namespace {
 
-/// How many weights are gone through before points with the same influences are looked for again: the more, the longer
-/// there were none.
+/// How many weights are gone through before rows of points are looked for again: the more, the longer there were none.
 constexpr std::size_t kLeastPause = 32;
 constexpr std::size_t kMostPause = 1024;
 
@@ -124,15 +123,9 @@ void addWeights(const Mesh& input, const SkinWeights& weights, const SkinPalette
                         input.points.data(), result.points.data(), input.points.size()};
     std::size_t pause = kLeastPause;
     for (std::size_t k = 0; k < weights.size();) {
-        const std::size_t first = std::exchange(k, addAlikePoints(sums, k));
+        const std::size_t first = std::exchange(k, addRows(sums, k));
         pause = k > first ? kLeastPause : std::min(2 * pause, kMostPause);
-        const std::size_t last = std::min(k + pause, weights.size());
-        while (k < last) {
-            k = addWholePoints(sums, k, last);
-            if (k < last) {
-                k = addPointByPoint(input, weights, palette, result, k, k + 1);
-            }
-        }
+        k = addPointByPoint(input, weights, palette, result, k, std::min(k + pause, weights.size()));
     }
 }
 

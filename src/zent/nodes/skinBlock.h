@@ -25,17 +25,13 @@ struct SkinSums {
     std::size_t pointCount;
 };
 
-/// Whether this processor has the registers for the following two, which are not to be called elsewhere. Both stop, and
-/// give the weight where they stopped, before anything that an index names outside the lists: it is left to the caller.
-/// The bits are those of one influence after the other.
+/// Whether this processor has the registers for the following, which is not to be called elsewhere.
 bool canAddWide();
 
 /// Adds the weighted points from weight `first` on, four points side by side, as long as four that follow each other
-/// have the same one to five influences in the same order.
-std::size_t addAlikePoints(const SkinSums& skin, std::size_t first);
-
-/// Adds the weighted points from weight `first` to `last`, and what is left of the last one's, four influences side by
-/// side, as long as a point has more than one.
-std::size_t addWholePoints(const SkinSums& skin, std::size_t first, std::size_t last);
+/// have as many influences as the first one has, one to five. Stops, and gives the weight where it stopped, before
+/// anything that an index names outside the lists: it is left to the caller. The bits are those of one influence after
+/// the other.
+std::size_t addRows(const SkinSums& skin, std::size_t first);
 
 } // namespace zent
