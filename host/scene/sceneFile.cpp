@@ -28,9 +28,11 @@ std::vector<char> readFile(const std::string& path) {
     }
     std::vector<char> bytes;
     if (const std::uintmax_t size = std::filesystem::file_size(path, ignored); !ignored) {
-        bytes.reserve(size);
+        bytes.resize(size);
+        file.read(bytes.data(), static_cast<std::streamsize>(size));
+        bytes.resize(static_cast<std::size_t>(file.gcount()));
     }
-    std::array<char, 1U << 16> chunk{};
+    std::array<char, 4096> chunk{}; // for what has no size, such as a pipe, or has grown
     while (file.read(chunk.data(), chunk.size()) || file.gcount() > 0) {
         bytes.insert(bytes.end(), chunk.data(), chunk.data() + file.gcount());
     }
