@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -252,6 +253,34 @@ TEST(VM, DecodedCodeDoesWhatItsBytesDo) {
             }
         }
     }
+}
+
+// Several operations at once, over locals whose kind changes from round to round.
+TEST(VM, FusedArithmeticDoesWhatItsBytesDo) {
+    const std::string values[] = {"const 3", "const 0", "const 2.5",        "const -0.0", "input 0",     "load 0",
+                                  "load 1",  "load 2",  "const (1, -2, 3)", "true",       "getoutput 1", "load 5"};
+    const std::string operations[] = {"add", "sub", "mul", "div", "add", "sub", "mul", "div", "gt", "mod"};
+    const std::string ends[] = {"store 0\n pop", "store 1\n pop", "output 1\n", "store 0", "add\n store 1\n pop"};
+    std::mt19937 random(11);
+    const auto oneOf = [&random](const auto& list, std::size_t count) { return list[random() % count] + "\n "; };
+    unsigned ended = 0;
+    for (int i = 0; i < 20000; ++i) {
+        std::string body;
+        for (const char token : std::string(std::array{"vvovvoo", "vvovo", "vvvoo", "vvovoovo", "vvvvooo"}[i % 5])) {
+            // Mostly numbers, else nearly all would end in the first round.
+            body += token == 'v' ? oneOf(values, random() % 8 == 0 ? 12 : 8) : oneOf(operations, random() % 8 ? 8 : 10);
+        }
+        const std::string source = "const 1\n const 0.5\n const 9\n output 1\n const 9\n"
+                                   "again: load 2\n const 0\n gt\n unless done\n" +
+                                   body + oneOf(ends, 5) +
+                                   "load 2\n const 1\n sub\n store 2\n pop\n back again\n"
+                                   "done: load 0\n output 0\n load 1\n output 2\n end\n";
+        const std::string expected = outcome(assemble(source), {0.75f}, VM::kNever, 1U << 10);
+        ended += expected.back() == ' ' ? 1 : 0;
+        ASSERT_EQ(outcome(assemble(source), {0.75f}, 1, 1U << 10), expected) << source;
+        ASSERT_EQ(outcome(assemble(source), {0.75f}, 3, 1U << 10), expected) << source;
+    }
+    EXPECT_GT(ended, 5000U);
 }
 
 // Random bytes: jumps into operands, code cut off, calls anywhere; stopped in the midst by the count of instructions.

@@ -1,6 +1,10 @@
 #include "zent/expression/DecodedCode.h"
 
+#include "zent/expression/fusedArithmetic.h"
+
 #include <algorithm>
+#include <string>
+#include <string_view>
 #include <utility>
 
 namespace zent {
@@ -127,8 +131,86 @@ void DecodedCode::goOn(Instruction& instruction, std::size_t next) const {
 }
 
 void DecodedCode::decode(std::size_t position) {
+    if (const auto fused = decodeFused(position)) {
+        instructions_[position] = *fused;
+    } else {
+        decodeApart(position);
+    }
+}
+
+void DecodedCode::decodeApart(std::size_t position) {
     const auto first = operandAt(position);
     instructions_[position] = first ? decodeOperand(*first) : decodeOpcode(position);
+}
+
+// Operands (v) and operations of arithmetic (o), of whose results nothing else sees any but the last.
+std::optional<Instruction> DecodedCode::decodeFused(std::size_t position) const {
+    constexpr struct {
+        std::string_view tokens;
+        Fusion fusion;
+        int taken; // from the stack
+    } kPatterns[] = {{"vovo", Fusion::OnTop, 1},
+                     {"vvoo", Fusion::AfterTop, 1},
+                     {"vvovo", Fusion::WithThird, 0},
+                     {"vvovvoo", Fusion::OfPairs, 0}};
+    if (!operandAt(position)) {
+        return std::nullopt;
+    }
+    std::string tokens;
+    svec<std::int16_t, 8> operands;
+    svec<Action::Kind, 8> operations;
+    for (const auto& pattern : kPatterns) {
+        while (tokens.size() < pattern.tokens.size()) {
+            if (const auto operand = operandAt(position)) {
+                operands.push_back(operand->value);
+                position = operand->next;
+                tokens += 'v';
+                continue;
+            }
+            const auto family = binaryAt(position);
+            if (!family || *family >= Action::Equal) {
+                return std::nullopt;
+            }
+            operations.push_back(*family);
+            ++position;
+            tokens += 'o';
+        }
+        if (tokens != pattern.tokens) {
+            continue;
+        }
+        Instruction instruction;
+        instruction.action = Action::Fused;
+        instruction.fused = fusedArithmetic(pattern.fusion, operations.back(), operations[0], operations[1]);
+        int needed = pattern.taken;
+        for (const std::int16_t operand : operands) {
+            needed = std::max(needed, neededFor(operand));
+        }
+        operands.resize(4);
+        instruction.a = operands[0];
+        instruction.b = operands[1];
+        instruction.c = operands[2];
+        instruction.d = operands[3];
+        instruction.steps = static_cast<std::uint8_t>(tokens.size());
+        instruction.to = -1;
+        takeStore(instruction, position, needed, pattern.taken);
+        return instruction;
+    }
+    return std::nullopt;
+}
+
+// The end of an instruction that takes so many values from the stack and leaves one: where a store and a pop stand
+// next, they are a part of it.
+bool DecodedCode::takeStore(Instruction& instruction, std::size_t next, int needed, int taken) const {
+    const bool isStored = isAt(next, Opcode::Store) && isAt(next + 2, Opcode::Pop);
+    if (isStored) {
+        instruction.steps = static_cast<std::uint8_t>(instruction.steps + 2);
+        instruction.to = code_[next + 1];
+        needed = std::max(needed, instruction.to + std::max(taken, 1)); // with two values the slot lies below
+        next += 3;
+    }
+    instruction.needed = static_cast<std::uint16_t>(needed);
+    goOn(instruction, next);
+    return isStored;
 }
 
 Instruction DecodedCode::decodeOperand(const Operand& first) const {
@@ -191,31 +273,25 @@ Instruction DecodedCode::decodeBinary(Action::Kind family, std::size_t next, int
     if (operands == 2) {
         needed = std::max(needed, neededFor(a));
     }
-    int steps = 1 + operands;
+    instruction.steps = static_cast<std::uint8_t>(1 + operands);
     int form = operands;
-    if (family >= Action::Equal) {
-        const bool isNegated = isAt(next, Opcode::Not) && isAt(next + 1, Opcode::JumpUnless);
-        const std::size_t jump = isNegated ? next + 1 : next;
-        const auto target = isAt(jump, Opcode::JumpUnless) ? jumpTarget(jump) : std::nullopt;
-        if (target) {
-            form += 3;
-            steps += isNegated ? 2 : 1;
-            instruction.next = at(isNegated ? *target : jump + 3);
-            instruction.target = at(isNegated ? jump + 3 : *target);
-        }
-    } else if (isAt(next, Opcode::Store) && isAt(next + 2, Opcode::Pop)) {
-        form += 3;
-        steps += 2;
-        instruction.to = code_[next + 1];
-        needed = std::max(needed, instruction.to + 1 + (operands == 0 ? 1 : 0)); // with two values the slot lies below
-        next += 3;
+    if (family < Action::Equal) {
+        form += takeStore(instruction, next, needed, 2 - operands) ? 3 : 0;
+        instruction.action = formOf(family, form);
+        return instruction;
     }
-    instruction.action = formOf(family, form);
     instruction.needed = static_cast<std::uint16_t>(needed);
-    instruction.steps = static_cast<std::uint8_t>(steps);
-    if (instruction.next == nullptr) {
+    const bool isNegated = isAt(next, Opcode::Not) && isAt(next + 1, Opcode::JumpUnless);
+    const std::size_t jump = isNegated ? next + 1 : next;
+    if (const auto target = isAt(jump, Opcode::JumpUnless) ? jumpTarget(jump) : std::nullopt) {
+        form += 3;
+        instruction.steps = static_cast<std::uint8_t>(instruction.steps + (isNegated ? 2 : 1));
+        instruction.next = at(isNegated ? *target : jump + 3);
+        instruction.target = at(isNegated ? jump + 3 : *target);
+    } else {
         goOn(instruction, next);
     }
+    instruction.action = formOf(family, form);
     return instruction;
 }
 

@@ -46,8 +46,15 @@ struct Action {
         Equal = Divide + 6, ///< of comparisons, the last three forms jump unless it holds
         Greater = Equal + 6,
         Less = Greater + 6,
+        Fused = Less + 6, ///< several of arithmetic at once
     };
 };
+
+struct Instruction;
+
+/// Runs several operations of arithmetic. Returns the new top of the stack; null, with nothing done, where their values
+/// are not numbers with a double in each pair.
+using FusedArithmetic = Value* (*)(Value* top, Value* frame, const Value* pool, const Instruction& now);
 
 /// One or more instructions of the byte code, with operands read and jumps resolved.
 struct Instruction {
@@ -56,11 +63,21 @@ struct Instruction {
     std::uint16_t needed = 0; ///< how many values must lie above the frame's start
     std::int16_t a = 0;       ///< an operand: a local's slot, or the complement of an index in the pool; or a number
     std::int16_t b = 0;
-    std::int16_t to = 0; ///< the slot of the local that takes the result
+    std::int16_t c = 0;
+    std::int16_t d = 0;
+    std::int16_t to = 0; ///< the slot of the local that takes the result; of fused arithmetic, -1 for the stack
     const Instruction* next = nullptr;
-    const Instruction* target = nullptr; ///< of a jump that is taken, or a call
-    Builtin::Native native = nullptr;
+    union {
+        const Instruction* target = nullptr; ///< of a jump that is taken, or a call
+        Builtin::Native native;
+        FusedArithmetic fused;
+    };
 };
+
+/// The value of an operand: of a local of the frame, or of the pool.
+inline const Value& valueOf(std::int16_t operand, const Value* frame, const Value* pool) {
+    return operand >= 0 ? frame[operand] : pool[-1 - operand];
+}
 
 /// The byte code of one machine as instructions of a fixed size, one for each position at which an instruction may
 /// begin, so that a jump may lead anywhere. Each is decoded when it is first run.
@@ -77,6 +94,8 @@ public:
         return static_cast<std::size_t>(instruction - instructions_.data());
     }
     void decode(std::size_t position);
+    /// The same once more, without fused arithmetic, whose values were of other kinds.
+    void decodeApart(std::size_t position);
     /// The inputs of another run; false where there is another number of them.
     bool takeInputs(const svec<float, 16>& inputs);
 
@@ -96,9 +115,11 @@ private:
     std::optional<std::size_t> jumpTarget(std::size_t position) const;
 
     Instruction decodeOperand(const Operand& first) const;
+    std::optional<Instruction> decodeFused(std::size_t position) const;
     Instruction decodeBinary(Action::Kind family, std::size_t next, int operands, std::int16_t a, std::int16_t b) const;
     Instruction decodeOpcode(std::size_t position) const;
     Instruction decodeCall(std::size_t position) const;
+    bool takeStore(Instruction& instruction, std::size_t next, int needed, int taken) const;
     void goOn(Instruction& instruction, std::size_t next) const;
 
     const std::vector<unsigned char>& code_;

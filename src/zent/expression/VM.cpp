@@ -461,7 +461,7 @@ struct Registers {
     const Value* pool;
     const Instruction* at;
 
-    const Value& operand(std::int16_t index) const { return index >= 0 ? frame[index] : pool[-1 - index]; }
+    const Value& operand(std::int16_t index) const { return valueOf(index, frame, pool); }
 };
 
 enum class Operands { OnStack, SecondGiven, BothGiven };
@@ -572,6 +572,15 @@ int VM::runDecoded(int ip, const Floats& inputs, Floats& outputs, Meter& meter) 
             ZENT_FAMILY(Equal, jumpUnlessResult)
             ZENT_FAMILY(Greater, jumpUnlessResult)
             ZENT_FAMILY(Less, jumpUnlessResult)
+        case Action::Fused:
+            if (Value* const top = now.fused(r.top, r.frame, r.pool, now)) {
+                r.top = top;
+                r.at = now.next;
+                break;
+            }
+            meter.giveBack(now.steps);
+            decoded_->decodeApart(decoded_->positionOf(r.at));
+            break;
         case Action::Undecoded:
             decoded_->decode(decoded_->positionOf(r.at));
             break;
