@@ -101,6 +101,7 @@ int main(int count, char** words) {
     std::puts("| Work | Peer | Product: least, median | Peer: least, median | Ratio of least, median ratio |");
     std::puts("|---|---|---|---|---|");
     expressionPeers();
+    curvePeers();
     deformerPeers();
     ikPeers();
     surfacePeers();

@@ -1,7 +1,11 @@
 #include "zent/geometry/Curve.h"
 #include "geometry/recursiveSpline.h"
+#include "zent/geometry/recurrence.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
 
 namespace zent::test {
 namespace {
@@ -160,6 +164,53 @@ TEST(Curve, EndsOnAnyInput) {
             curve.localPoint(u); // reads inside its lists, which the sanitizers see
         }
         curve.arcLength(curve.domainStart(), curve.domainEnd());
+    }
+}
+
+void expectSameBits(vec3 actual, vec3 expected) {
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_TRUE(std::isnan(actual[i]) ? std::isnan(expected[i])
+                                          : std::memcmp(&actual[i], &expected[i], sizeof(float)) == 0)
+            << actual[i] << " for " << expected[i];
+    }
+}
+
+// The steps of any degree, on knots and parameters that leave the domain, divide by 0, underflow and overflow.
+TEST(Curve, OfDegreeThreeHasTheBitsOfTheStepsOfAnyDegree) {
+    const std::vector<float> odd{kNaN, kInfinity, 0.0f, -0.0f, 0.5f, 1.0f, 1.0f, 1.5f, 2.0f, 1e30f, 1e-40f, -2.0f};
+    for (unsigned state = 0; state < 2000; ++state) {
+        std::vector<float> knots;
+        for (const float number : scatter(6 + state % 4, state)) {
+            knots.push_back(state % 3 == 0   ? odd[static_cast<std::size_t>((number + 1.0f) * 5.99f)]
+                            : state % 3 == 1 ? std::round(2.0f * number)
+                                             : 3.0f * number);
+        }
+        if (state % 3 != 0) {
+            std::sort(knots.begin(), knots.end());
+        }
+        const Curve curve(3, kFormOpen, scatterPoints(knots.size() - 2, state), knots, kShear);
+        for (const float u : odd) {
+            const float at = clampParameter(u, 3, knots);
+            const unsigned span = findSpan(at, 3, knots);
+            const BasisDerivatives rows = computeDerivatives(2, 3, span, at, knots);
+            const auto ofCubic = cubicRows<2>(span, at, knots);
+            vec3 sums[3]{};
+            for (unsigned k = 0; k < 3; ++k) {
+                for (unsigned j = 0; j < 4; ++j) {
+                    const vec3 cv = curve.cv[span - 2 + j];
+                    sums[k] += rows[k][j] * (k == 0 ? cv : curve.matrixLinear * cv + curve.translation);
+                    expectSameBits(vec3(ofCubic[k][j]), vec3(rows[k][j]));
+                }
+            }
+            const vec3 point = curve.matrixLinear * sums[0] + curve.translation;
+            expectSameBits(curve.localPoint(u), sums[0]);
+            expectSameBits(curve.dPdU(u), sums[1]);
+            expectSameBits(curve.d2PdU2(u), sums[2]);
+            expectSameBits(curve.tangent(u).s, point);
+            expectSameBits(curve.tangent(u).su, sums[1]);
+            expectSameBits(curve.jet(u).s, point);
+            expectSameBits(curve.jet(u).su, sums[1]);
+        }
     }
 }
 

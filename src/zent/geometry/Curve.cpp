@@ -4,6 +4,7 @@
 #include "zent/geometry/ParameterDirection.h"
 #include "zent/geometry/recurrence.h"
 #include "zent/geometry/transform.h"
+#include "zent/math/lanes.h"
 
 #include <algorithm>
 #include <limits>
@@ -27,6 +28,10 @@ constexpr std::array<GaussNode, 8> kGaussLegendre{{{0.96028984f, 0.101228535f},
                                                    {-0.5255324f, 0.31370664f},
                                                    {-0.18343464f, 0.36268377f}}};
 
+vec3 toPoint(const Lanes& lanes) {
+    return vec3(lanes[0], lanes[1], lanes[2]);
+}
+
 /// The basis and its derivatives up to order N at a parameter, with the curve's control points there.
 template <int P, int N>
 struct Evaluation {
@@ -49,6 +54,8 @@ struct Evaluation {
         return sum;
     }
 
+    vec3 point(const Curve& curve) const { return curve.matrixLinear * localPoint() + curve.translation; }
+
     /// The sums of weight and control point of orders 1 to N, each point in world space before it is weighted.
     std::array<vec3, N + 1> derivatives(const Curve& curve) const {
         std::array<vec3, N + 1> sums;
@@ -60,6 +67,49 @@ struct Evaluation {
             }
         }
         return sums;
+    }
+};
+
+/// The same, the commonest degree: the numbers of a point side by side.
+template <int N>
+struct Evaluation<3, N> {
+    std::array<Lanes, N + 1> weights;
+    Lanes cv[4];
+
+    Evaluation(const Curve& curve, float u) {
+        const ParameterDirection direction = along(curve);
+        const float clamped = direction.clamp(u);
+        const unsigned span = direction.span(clamped);
+        weights = cubicRows<N>(span, clamped, curve.knots);
+        const float* const first = &curve.cv[direction.first(span)].x;
+        for (std::size_t j = 0; j < 3; ++j) { // with a number of the next one
+            cv[j] = loadLanes(first + 3 * j);
+        }
+        cv[3] = shiftedDown(loadLanes(first + 8));
+    }
+
+    Lanes sum(int order, const Lanes (&points)[4]) const {
+        Lanes sum = {};
+        for (std::size_t j = 0; j < 4; ++j) {
+            sum += weights[order][j] * points[j];
+        }
+        return sum;
+    }
+
+    vec3 localPoint() const { return toPoint(sum(0, cv)); }
+
+    vec3 point(const Curve& curve) const {
+        return toPoint(AffineLanes(curve.matrixLinear, curve.translation)(sum(0, cv)));
+    }
+
+    std::array<vec3, N + 1> derivatives(const Curve& curve) const {
+        const AffineLanes toWorld(curve.matrixLinear, curve.translation);
+        const Lanes points_world[4] = {toWorld(cv[0]), toWorld(cv[1]), toWorld(cv[2]), toWorld(cv[3])};
+        std::array<vec3, N + 1> derivatives{};
+        for (int k = 1; k <= N; ++k) {
+            derivatives[k] = toPoint(sum(k, points_world));
+        }
+        return derivatives;
     }
 };
 
@@ -94,13 +144,19 @@ vec3 Curve::d2PdU2(float u) const {
     return jet(u).suu;
 }
 
+CurveTangent Curve::tangent(float u) const {
+    return withDegree(degree, [&](auto p) {
+        const Evaluation<p, 1> at(*this, u);
+        return CurveTangent{at.point(*this), at.derivatives(*this)[1]};
+    });
+}
+
 CurveJet Curve::jet(float u) const {
     return withDegree(degree, [&](auto p) {
         constexpr int kOrder = p < 2 ? 1 : 2;
         const Evaluation<p, kOrder> at(*this, u);
         const auto derivatives = at.derivatives(*this);
-        return CurveJet{matrixLinear * at.localPoint() + translation, derivatives[1],
-                        p < 2 ? vec3(0.0f) : derivatives[kOrder]};
+        return CurveJet{at.point(*this), derivatives[1], p < 2 ? vec3(0.0f) : derivatives[kOrder]};
     });
 }
 

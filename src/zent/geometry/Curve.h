@@ -11,6 +11,12 @@ inline constexpr unsigned kFormOpen = 1;
 inline constexpr unsigned kFormClosed = 2;
 inline constexpr unsigned kFormPeriodic = 3;
 
+/// A point of a curve with its first derivative, world space.
+struct CurveTangent {
+    vec3 s;
+    vec3 su;
+};
+
 /// A point of a curve with its first and second derivatives, world space.
 struct CurveJet {
     vec3 s;
@@ -42,6 +48,8 @@ public:
     vec3 dPdU(float u) const;
     /// The second derivative at a parameter, world space; zero for a curve of degree 1.
     vec3 d2PdU2(float u) const;
+    /// The point and the first derivative at a parameter from one basis, world space: what the two give, in less time.
+    CurveTangent tangent(float u) const;
     /// The point and both derivatives at a parameter from one basis, world space: what the three give, in less time.
     CurveJet jet(float u) const;
     /// The length between two parameters, world space, by 8-point Gauss-Legendre panels of one average span.

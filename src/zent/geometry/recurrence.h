@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zent/geometry/basis.h"
+#include "zent/math/lanes.h"
 
 #include <utility>
 
@@ -90,6 +91,42 @@ BasisDerivatives derivativesOfDegree(unsigned span, float u, const std::vector<f
             rows[k][j] *= static_cast<float>(factor);
         }
         factor *= P - k;
+    }
+    return rows;
+}
+
+/// The basis functions of degree 3 and their derivatives up to order N, a row side by side: A2.3 to the bit, with the
+/// divisions of a step in one. A sum of one number is one with -0, which changes none; a sum that begins with 0 never
+/// is -0.
+template <int N>
+std::array<Lanes, N + 1> cubicRows(unsigned span, float u, const std::vector<float>& knots) {
+    std::array<Lanes, N + 1> rows;
+    const float* const knot = &knots[span];
+    const Lanes left = u - loadLanes(knot - 2);           // the third to the first
+    const Lanes right = shiftedDown(loadLanes(knot) - u); // the first to the third
+    const Lanes leftOfTwo = shiftedDown(left);            // the second and the first
+    const Lanes widthsOfTwo = right + leftOfTwo;          // of the functions of degree 2, and beyond the second
+    const Lanes widthsOfThree = right + left;             // of degree 3, and one that nothing depends on
+    const float quotient = 1.0f / (right[0] + left[2]);
+    const Lanes linear = {0.0f + right[0] * quotient, left[2] * quotient, 0.0f, 0.0f};
+
+    const Lanes quotientsOfTwo = linear / widthsOfTwo;
+    const Lanes rising = right * quotientsOfTwo;
+    const Lanes quadratic = shiftedUp(leftOfTwo * quotientsOfTwo) + Lanes{rising[0], rising[1], -0.0f, -0.0f};
+
+    const Lanes quotientsOfThree = quadratic / widthsOfThree;
+    rows[0] = shiftedUp(left * quotientsOfThree) + withLast(right * quotientsOfThree, -0.0f);
+
+    if constexpr (N > 0) {
+        const Lanes inverse = 1.0f / widthsOfThree;
+        const Lanes slopes = inverse * quadratic;
+        rows[1] = 3.0f * (shiftedUp(slopes) - withLast(slopes, 0.0f));
+        if constexpr (N > 1) {
+            const Lanes both = -1.0f * shiftedDown(inverse) - inverse;
+            const Lanes first = Lanes{inverse[0], both[0], inverse[1], 0.0f} / widthsOfTwo[0] * linear[0];
+            const Lanes second = Lanes{inverse[1], both[1], inverse[2], 0.0f} / widthsOfTwo[1] * linear[1];
+            rows[2] = 6.0f * (withLast(first + Lanes{0.0f, 0.0f, -0.0f, -0.0f}, -0.0f) + shiftedUp(second));
+        }
     }
     return rows;
 }

@@ -52,6 +52,12 @@ struct LanesOf {
     friend LanesOf operator/(const LanesOf& a, const LanesOf& b) {
         return each([&](std::size_t i) { return a.lane[i] / b.lane[i]; });
     }
+    friend LanesOf operator/(float a, const LanesOf& b) {
+        return each([&](std::size_t i) { return a / b.lane[i]; });
+    }
+    friend LanesOf operator/(const LanesOf& a, float b) {
+        return each([&](std::size_t i) { return a.lane[i] / b; });
+    }
     friend LanesOf operator+(const LanesOf& a, float b) {
         return each([&](std::size_t i) { return a.lane[i] + b; });
     }
@@ -103,6 +109,34 @@ inline void lastThreeAcross(const Lanes (&rows)[4], Lanes (&columns)[3]) {
 #endif
 }
 
+/// 0 and the first three lanes.
+inline Lanes shiftedUp(const Lanes& lanes) {
+#if defined(__GNUC__) && defined(__SSE2__) && !defined(ZENT_PLAIN_LANES)
+    return _mm_castsi128_ps(_mm_slli_si128(_mm_castps_si128(lanes), sizeof(float)));
+#else
+    return Lanes{0.0f, lanes[0], lanes[1], lanes[2]};
+#endif
+}
+
+/// The last three lanes and 0.
+inline Lanes shiftedDown(const Lanes& lanes) {
+#if defined(__GNUC__) && defined(__SSE2__) && !defined(ZENT_PLAIN_LANES)
+    return _mm_castsi128_ps(_mm_srli_si128(_mm_castps_si128(lanes), sizeof(float)));
+#else
+    return Lanes{lanes[1], lanes[2], lanes[3], 0.0f};
+#endif
+}
+
+/// The first three lanes, and a number.
+inline Lanes withLast(const Lanes& lanes, float last) {
+#if defined(__GNUC__) && defined(__SSE2__) && !defined(ZENT_PLAIN_LANES)
+    const __m128 firstThree = _mm_castsi128_ps(_mm_setr_epi32(-1, -1, -1, 0));
+    return _mm_or_ps(_mm_and_ps(lanes, firstThree), _mm_setr_ps(0.0f, 0.0f, 0.0f, last));
+#else
+    return Lanes{lanes[0], lanes[1], lanes[2], last};
+#endif
+}
+
 /// x, y, z and 0.
 inline Lanes pointLanes(const vec3& point) {
     return Lanes{point.x, point.y, point.z, 0.0f};
@@ -114,11 +148,12 @@ struct AffineLanes {
     Lanes translation;
 
     AffineLanes(const mat3& linear, vec3 translation_)
-        : column{pointLanes(linear[0]), pointLanes(linear[1]), pointLanes(linear[2])},
+        : column{loadLanes(&linear[0].x), loadLanes(&linear[1].x), shiftedDown(loadLanes(&linear[1].z))},
           translation(pointLanes(translation_)) {}
 
-    Lanes operator()(const vec3& point) const {
-        return column[0] * point.x + column[1] * point.y + column[2] * point.z + translation;
+    template <class Point>
+    Lanes operator()(const Point& point) const {
+        return column[0] * point[0] + column[1] * point[1] + column[2] * point[2] + translation;
     }
 };
 

@@ -42,8 +42,8 @@ float twistAngle(const Curve& baseWire, const WireTable& parameters, const WireT
 
 /// `rotation` times the rotation from the base wire's tangent to the deformed wire's. The derivatives are world-space
 /// as they come: no curve's matrix is applied again.
-quat tangentRotation(const Curve& baseWire, const Curve& deformedWire, float u, float rotation) {
-    const quat turn = rotationBetween(glm::normalize(baseWire.dPdU(u)), glm::normalize(deformedWire.dPdU(u)));
+quat tangentRotation(vec3 baseTangent, vec3 deformedTangent, float rotation) {
+    const quat turn = rotationBetween(glm::normalize(baseTangent), glm::normalize(deformedTangent));
     return glm::angleAxis(rotationAngle(turn) * rotation, rotationAxis(turn));
 }
 
@@ -61,12 +61,14 @@ vec3 wirePoint(vec3 point_world, float rotation, Curve const& baseWire, Curve co
                svec<float, 8> const& locatorParameters, svec<float, 8> const& locatorTwists,
                WireBindings::value_type const& binding) {
     const auto& [unused, u, frame] = binding;
-    const vec3 offset_world = point_world - toWorld(baseWire, baseWire.localPoint(u));
-    quat turn = tangentRotation(baseWire, deformedWire, u, rotation);
+    const CurveTangent base = baseWire.tangent(u);
+    const CurveTangent deformed = deformedWire.tangent(u);
+    const vec3 offset_world = point_world - base.s;
+    quat turn = tangentRotation(base.su, deformed.su, rotation);
     if (!locatorParameters.empty()) {
         turn = glm::angleAxis(twistAngle(baseWire, locatorParameters, locatorTwists, u), frame[0]) * turn;
     }
-    return toWorld(deformedWire, deformedWire.localPoint(u)) + turnOffset(offset_world, frame, turn);
+    return deformed.s + turnOffset(offset_world, frame, turn);
 }
 
 template <class T>
