@@ -6,6 +6,21 @@ function rotationOff(a, b) {
   return Math.min(difference, Math.abs(difference - 180), Math.abs(difference - 360), Math.abs(Math.abs(a + b) - 180));
 }
 
+/** A table under these heads; the note stands below it. */
+function valuesTable(heads, lines, note) {
+  return make(
+    "div",
+    {class: "scroll"},
+    make(
+      "table",
+      {class: "values"},
+      make("thead", {}, make("tr", {}, ...heads.map((head) => make("th", {scope: "col"}, head)))),
+      make("tbody", {}, ...lines)
+    ),
+    note ? make("p", {class: "note"}, note) : ""
+  );
+}
+
 function componentsTable(maya, zent, type, tolerance) {
   const names = maya.length <= 4 && type !== "Float[]" ? ["x", "y", "z", "w"] : null;
   const off = type.startsWith("Euler") ? rotationOff : (a, b) => Math.abs(a - b);
@@ -23,22 +38,8 @@ function componentsTable(maya, zent, type, tolerance) {
       make("td", {}, i < zent.length ? exact(toNumber(zent[i])) + unit : "–"),
       make("td", {class: offs[i] < limit ? null : "over"}, short(offs[i]) + unit)
     );
-  const shownRows = order.slice(0, 50).map(row);
-  return make(
-    "div",
-    {class: "scroll"},
-    make(
-      "table",
-      {class: "values"},
-      make(
-        "thead",
-        {},
-        make("tr", {}, ...["", "Maya", "Zent", "difference"].map((head) => make("th", {scope: "col"}, head)))
-      ),
-      make("tbody", {}, ...shownRows)
-    ),
-    count > 50 ? make("p", {class: "note"}, `The first 50 of ${count.toLocaleString("en")}.`) : ""
-  );
+  const note = count > 50 ? `The first 50 of ${count.toLocaleString("en")}.` : "";
+  return valuesTable(["", "Maya", "Zent", "difference"], order.slice(0, 50).map(row), note);
 }
 
 function matricesView(maya, zent, tolerance) {
@@ -62,39 +63,16 @@ function pointsView(shape, tolerance) {
     .sort((a, b) => off[b] - off[a])
     .slice(0, 12);
   const text = (points, i) => [...points.subarray(3 * i, 3 * i + 3)].map((value) => short(value, 5)).join("  ");
-  return make(
-    "div",
-    {class: "scroll"},
+  const line = (i) =>
     make(
-      "table",
-      {class: "values"},
-      make(
-        "thead",
-        {},
-        make(
-          "tr",
-          {},
-          ...["control point", "Maya (world)", "Zent (world)", "distance"].map((head) =>
-            make("th", {scope: "col"}, head)
-          )
-        )
-      ),
-      make(
-        "tbody",
-        {},
-        ...order.map((i) =>
-          make(
-            "tr",
-            {},
-            make("th", {scope: "row"}, `[${i}]`),
-            make("td", {}, text(maya, i)),
-            make("td", {}, text(zent, i)),
-            make("td", {class: off[i] < tolerance ? null : "over"}, short(off[i]))
-          )
-        )
-      )
-    )
-  );
+      "tr",
+      {},
+      make("th", {scope: "row"}, `[${i}]`),
+      make("td", {}, text(maya, i)),
+      make("td", {}, text(zent, i)),
+      make("td", {class: off[i] < tolerance ? null : "over"}, short(off[i]))
+    );
+  return valuesTable(["control point", "Maya (world)", "Zent (world)", "distance"], order.map(line));
 }
 
 function flat(value) {
@@ -182,46 +160,21 @@ function statisticsView(place, record, tolerance) {
   if (list.length === 0) {
     return;
   }
-  place.append(
-    make("h3", {}, "Statistics"),
+  const heads = ["output", "values", "mean", "root mean square", "greatest", "at", "over", "not finite"];
+  const line = (one) =>
     make(
-      "div",
-      {class: "scroll"},
-      make(
-        "table",
-        {class: "values"},
-        make(
-          "thead",
-          {},
-          make(
-            "tr",
-            {},
-            ...["output", "values", "mean", "root mean square", "greatest", "at", "over", "not finite"].map((head) =>
-              make("th", {scope: "col"}, head)
-            )
-          )
-        ),
-        make(
-          "tbody",
-          {},
-          ...list.map((one) =>
-            make(
-              "tr",
-              {},
-              make("th", {scope: "row"}, one.output),
-              make("td", {}, one.count.toLocaleString("en")),
-              ...[one.mean, one.rms, one.greatest].map((value) =>
-                make("td", {}, value === null ? "–" : withUnit(toNumber(value), one.unit))
-              ),
-              make("td", {}, one.at ? `[${one.at.join("][")}]` : "–"),
-              make("td", {class: one.over > 0 ? "over" : null}, one.over.toLocaleString("en")),
-              make("td", {class: one.notFinite > 0 ? "over" : null}, one.notFinite.toLocaleString("en"))
-            )
-          )
-        )
-      )
-    )
-  );
+      "tr",
+      {},
+      make("th", {scope: "row"}, one.output),
+      make("td", {}, one.count.toLocaleString("en")),
+      ...[one.mean, one.rms, one.greatest].map((value) =>
+        make("td", {}, value === null ? "–" : withUnit(toNumber(value), one.unit))
+      ),
+      make("td", {}, one.at ? `[${one.at.join("][")}]` : "–"),
+      make("td", {class: one.over > 0 ? "over" : null}, one.over.toLocaleString("en")),
+      make("td", {class: one.notFinite > 0 ? "over" : null}, one.notFinite.toLocaleString("en"))
+    );
+  place.append(make("h3", {}, "Statistics"), valuesTable(heads, list.map(line)));
   for (const one of list) {
     if (one.note) {
       place.append(make("p", {}, `${one.output}: ${one.note}`));

@@ -10,6 +10,7 @@ import time
 import unittest
 
 from selenium import webdriver
+from selenium.common.exceptions import StaleElementReferenceException
 from selenium.webdriver.chrome.service import Service
 from selenium.webdriver.common.by import By
 from selenium.webdriver.common.keys import Keys
@@ -198,7 +199,9 @@ class Page(unittest.TestCase):
 
     def test_a_click_opens_a_record_and_its_picture_is_drawn(self):
         self.open("pictures", "#all")
-        next(row for row in self.all("#body tr[data-row]") if "armSkin" in row.text).click()
+        # The rows are drawn once more when the table has its size, perhaps while they are read.
+        WebDriverWait(self.browser, 20, ignored_exceptions=[StaleElementReferenceException]).until(
+            lambda _: next(row for row in self.all("#body tr[data-row]") if "armSkin" in row.text).click() is None)
         self.assertIn("armSkin", self.record())
         drawn, hot = self.canvas()
         self.assertGreater(drawn, 0.05)
@@ -292,4 +295,6 @@ if __name__ == "__main__":
             paths[option] = sys.argv[at + 1]
             del sys.argv[at:at + 2]
     SCREENSHOTS, PICTURE = paths.get("--screenshots"), paths.get("--picture")
+    if SCREENSHOTS:
+        pathlib.Path(SCREENSHOTS).mkdir(parents=True, exist_ok=True)
     unittest.main()

@@ -2,6 +2,7 @@
 
 #include "zent/methods/SceneNode.h"
 #include "zent/rig/Upstream.h"
+#include "zent/values/apiTypes.h"
 #include "zent/values/Select.h"
 
 #include <maya/MAnimControl.h>
@@ -35,13 +36,6 @@ using nlohmann::ordered_json;
 // The one method whose report walks from a plug to its source's node, and over the mesh there.
 constexpr const char* kWalkingMethod = "follicleRotateMesh";
 constexpr const char* kUvSetOfReport = "mapSetName";
-
-constexpr int kDoubleAngleAttribute = 563;
-constexpr int kFloatAngleAttribute = 564;
-constexpr int kTimeAttribute = 567;
-constexpr int kTypedAttribute = 570;
-constexpr int kFloatMatrixAttribute = 575;
-constexpr int kOtherFloatMatrixAttribute = 667;
 
 constexpr const char* kAngleUnits[] = {"", "radians", "degrees", "minutes", "seconds"};
 constexpr const char* kTimeUnits[] = {"",     "hours",    "minutes",   "seconds",  "milliseconds", "games",

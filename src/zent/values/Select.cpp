@@ -1,5 +1,7 @@
 #include "zent/values/Select.h"
 
+#include "zent/values/apiTypes.h"
+
 #include <boost/algorithm/string/predicate.hpp>
 #include <boost/algorithm/string/replace.hpp>
 #include <fmt/format.h>
@@ -24,16 +26,6 @@
 namespace zent {
 
 namespace {
-
-// What MObject::apiType gives for the attributes and the data that are not read as plain numbers.
-constexpr int kDoubleAngleAttribute = 563;
-constexpr int kFloatAngleAttribute = 564;
-constexpr int kTimeAttribute = 567;
-constexpr int kTypedAttribute = 570;
-constexpr int kFloatMatrixAttribute = 575;
-constexpr int kOtherFloatMatrixAttribute = 667;
-constexpr int kData2Double = 588;
-constexpr int kData3Double = 592;
 
 float narrow(double value) {
     return static_cast<float>(value);
