@@ -27,6 +27,7 @@ void expressionPeers();
 void curvePeers();
 void deformerPeers();
 void ikPeers();
+void recordPeers();
 void surfacePeers();
 
 } // namespace zent::peers

@@ -104,5 +104,6 @@ int main(int count, char** words) {
     curvePeers();
     deformerPeers();
     ikPeers();
+    recordPeers();
     surfacePeers();
 }

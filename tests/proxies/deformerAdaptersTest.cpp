@@ -1,6 +1,7 @@
 #include "proxies/adapters.h"
 
 #include "nodes/shapesForDeformers.h"
+#include "zent/proxies/PointWalk.h"
 #include "zent/values/jsonAccess.h"
 
 namespace zent::test {
@@ -173,6 +174,58 @@ TEST(DeformerAdapters, EndWhereThePointsOfTheInputDo) {
                                             {"clusterCurve", clusterArguments(kCurve, id(kIndices) + ", ")},
                                             {"clusterFullCurve", clusterArguments(kCurve, "")}}) {
         EXPECT_THROW(walk(method, kOpenCurve, arguments), std::out_of_range) << method;
+    }
+}
+
+// The whole walk, made at once, beside single points; and what it passes over beside each pair's own answer.
+TEST(DeformerAdapters, SkinAllPointsToTheBitsOfEach) {
+    constexpr unsigned kCount = 61;
+    constexpr float kEpsilon = 12.0f;
+    std::vector<vec3> points;
+    SkinWeights weights;
+    for (unsigned i = 0; i < kCount; ++i) {
+        points.emplace_back(0.37f * static_cast<float>(i), 1.0f / static_cast<float>(i + 1), std::sin(0.5f + i));
+        for (unsigned k = 0; k < (i < 40 ? 4 : i % 8); ++k) {
+            weights.emplace_back(i, (i + k) % 2, 0.1f * static_cast<float>(1 + k + i % 5));
+        }
+    }
+    std::get<2>(weights[21]) = std::numeric_limits<float>::quiet_NaN();
+    std::get<2>(weights[33]) = std::numeric_limits<float>::infinity();
+    std::swap(weights[3], weights[150]);
+    ResourceWriter writer;
+    writer.add(meshOf(points, translation(vec3(0, 7, 0))));
+    writer.add(weights);
+    writer.add(SkinWeights{{0u, 0u, 1.0f}, {kCount, 0u, 1.0f}});
+    loadBlocksOf(writer);
+    const auto argumentsWith = [](const char* envelope, const char* list) {
+        return argumentsOf(json::parse(std::string("[[") + envelope + R"(], [{"id": 0}], [)" + kTurn + "], [" + kLift +
+                                       ", " + kTurn + "], [" + kTurn + ", " + kUnit + "], [" + list + "]]"));
+    };
+    const std::vector<Port> ports = portsOf(json::parse(R"([[{"id": 0}]])"));
+    Proxy& proxy = adapter("skinMesh");
+    const Arguments args = argumentsWith("1", R"({"id": 1})");
+    unsigned agreeing = 0;
+    proxy.init(args, ports);
+    for (const auto whole = walkOf(proxy); !proxy.isDone(); proxy.next()) {
+        const auto i = static_cast<unsigned>(proxy.index());
+        const PointPair pair = whole->at(i);
+        const vec3 alone = toVec3(proxy.zentResult(args)[0]["value"]);
+        for (int c = 0; c < 3; ++c) {
+            EXPECT_TRUE(pair.zent[c] == alone[c] || (std::isnan(pair.zent[c]) && std::isnan(alone[c]))) << i;
+        }
+        agreeing += pair.agree(kEpsilon) ? 1u : 0u;
+        EXPECT_EQ(whole->firstOff(i, kEpsilon) != i, pair.agree(kEpsilon)) << i;
+    }
+    EXPECT_GT(agreeing, 5u);
+    EXPECT_LT(agreeing, kCount - 5u);
+    for (const char* envelope : {"0", "1"}) {
+        proxy.init(argumentsWith(envelope, R"({"id": 2})"), ports);
+        try {
+            walkOf(proxy);
+            ADD_FAILURE() << envelope;
+        } catch (const std::runtime_error& error) {
+            EXPECT_STREQ(error.what(), "weightList[1] is 61, inputGeometry has 61");
+        }
     }
 }
 

@@ -165,7 +165,18 @@ unsigned Run::comparePoints(Proxy& proxy, const Arguments& args, const std::vect
     if (observer_ != nullptr) {
         observer_->beginPoints(*walk, ports);
     }
-    for (; !proxy.isDone(); proxy.next()) {
+    // Points that agree are passed over where nobody is told of them.
+    const bool tellsOfAll = observer_ != nullptr || settings_.verbose >= 2;
+    const auto goOn = [&] {
+        if (!tellsOfAll) {
+            const auto index = static_cast<unsigned>(proxy.index());
+            for (unsigned left = walk->firstOff(index, settings_.epsilon) - index; left != 0; --left) {
+                proxy.next();
+            }
+        }
+        return !proxy.isDone();
+    };
+    for (; goOn(); proxy.next()) {
         if (settings_.verbose >= 2) {
             const int index = proxy.index();
             Log::println(fmt::format("Closure on vtx[{}]: {}", index, dumped(proxy.closure(args, ports))));

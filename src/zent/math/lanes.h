@@ -137,6 +137,17 @@ inline Lanes withLast(const Lanes& lanes, float last) {
 #endif
 }
 
+/// Whether the first three lanes of two differ by less than a number each; NaN does not.
+inline bool firstThreeWithin(const Lanes& a, const Lanes& b, float bound) {
+    const Lanes off = a - b;
+#if defined(__GNUC__) && defined(__SSE2__) && !defined(ZENT_PLAIN_LANES)
+    const __m128 size = _mm_andnot_ps(_mm_set1_ps(-0.0f), off);
+    return (_mm_movemask_ps(_mm_cmplt_ps(size, _mm_set1_ps(bound))) & 7) == 7;
+#else
+    return std::abs(off[0]) < bound && std::abs(off[1]) < bound && std::abs(off[2]) < bound;
+#endif
+}
+
 /// x, y, z and 0.
 inline Lanes pointLanes(const vec3& point) {
     return Lanes{point.x, point.y, point.z, 0.0f};

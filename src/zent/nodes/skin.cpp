@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <tuple>
+#include <type_traits>
 #include <utility>
 
 namespace zent {
@@ -35,15 +36,16 @@ mat4 combinedMatrix(const mat4& worldToGeom, const mat4& matrix, const mat4& bin
     return worldToGeom * matrix * bindPreMatrix * geomMatrix;
 }
 
+Influence influenceOf(const mat4& combined) {
+    return {{lanes(vec3(combined[0])), lanes(vec3(combined[1])), lanes(vec3(combined[2])), lanes(vec3(combined[3]))}};
+}
+
 SkinPalette combineInfluences(const mat4& geomMatrix, const std::vector<mat4>& matrix,
                               const std::vector<mat4>& bindPreMatrix) {
     const mat4 worldToGeom = glm::inverse(geomMatrix);
     SkinPalette palette(matrix.size());
     for (std::size_t i = 0; i < matrix.size(); ++i) {
-        const mat4 combined = combinedMatrix(worldToGeom, matrix[i], bindPreMatrix[i], geomMatrix);
-        for (int c = 0; c < 4; ++c) {
-            palette[i].column[c] = lanes(vec3(combined[c]));
-        }
+        palette[i] = influenceOf(combinedMatrix(worldToGeom, matrix[i], bindPreMatrix[i], geomMatrix));
     }
     return palette;
 }
@@ -65,17 +67,15 @@ Mesh cleared(const Mesh& input) {
 }
 
 /// Adds the weights from `k` to `last`, and those of the last one's point; gives the next.
-template <class T>
-std::size_t addPointByPoint(const T& input, const SkinWeights& weights, const SkinPalette& palette, T& result,
-                            std::size_t k, std::size_t last) {
-    PointWriter<T> write(result);
-    const vec3* const from = pointsOf(input).data();
-    const vec3* const to = pointsOf(result).data();
-    const std::size_t pointBound = indexBound(input);
-    const Influence* const influences = palette.data();
-    const std::size_t influenceBound = palette.size();
-    const auto* const tuples = weights.data();
-    const std::size_t count = weights.size();
+template <class Write>
+std::size_t addPointByPoint(const SkinSums& skin, Write& write, std::size_t k, std::size_t last) {
+    const vec3* const from = skin.from;
+    const vec3* const to = skin.sums;
+    const std::size_t pointBound = skin.pointCount;
+    const Influence* const influences = skin.influences;
+    const std::size_t influenceBound = skin.influenceCount;
+    const auto* const tuples = skin.weights;
+    const std::size_t count = skin.weightCount;
     // The tuples mostly stand together by point, whose sum is then written once, or else by influence, whose columns
     // are then read once.
     while (k < last) {
@@ -108,24 +108,30 @@ std::size_t addPointByPoint(const T& input, const SkinWeights& weights, const Sk
     return k;
 }
 
-template <class T>
-void addWeights(const T& input, const SkinWeights& weights, const SkinPalette& palette, T& result) {
-    addPointByPoint(input, weights, palette, result, 0, weights.size());
-}
-
-template <>
-void addWeights(const Mesh& input, const SkinWeights& weights, const SkinPalette& palette, Mesh& result) {
+/// To points that nothing repeats.
+void addWeights(const SkinSums& skin) {
+    const auto write = [sums = skin.sums](unsigned i, vec3 point) { sums[i] = point; };
     if (!canAddWide()) {
-        addPointByPoint(input, weights, palette, result, 0, weights.size());
+        addPointByPoint(skin, write, 0, skin.weightCount);
         return;
     }
-    const SkinSums sums{weights.data(),      weights.size(),       palette.data(),     palette.size(),
-                        input.points.data(), result.points.data(), input.points.size()};
     std::size_t pause = kLeastPause;
-    for (std::size_t k = 0; k < weights.size();) {
-        const std::size_t first = std::exchange(k, addRows(sums, k));
+    for (std::size_t k = 0; k < skin.weightCount;) {
+        const std::size_t first = std::exchange(k, addRows(skin, k));
         pause = k > first ? kLeastPause : std::min(2 * pause, kMostPause);
-        k = addPointByPoint(input, weights, palette, result, k, std::min(k + pause, weights.size()));
+        k = addPointByPoint(skin, write, k, std::min(k + pause, skin.weightCount));
+    }
+}
+
+template <class T>
+void addWeights(const T& input, const SkinWeights& weights, const SkinPalette& palette, T& result) {
+    const SkinSums skin{weights.data(),         weights.size(),          palette.data(),   palette.size(),
+                        pointsOf(input).data(), pointsOf(result).data(), indexBound(input)};
+    if constexpr (std::is_same_v<T, Mesh>) {
+        addWeights(skin);
+    } else {
+        PointWriter<T> write(result);
+        addPointByPoint(skin, write, 0, weights.size());
     }
 }
 
@@ -188,6 +194,15 @@ vec3 skinPoint(vec3 point, std::vector<mat4> const& palette, const PointWeight* 
         sum += first->second * carried(palette[first->first], point);
     }
     return toVec3(sum);
+}
+
+std::vector<vec3> skinPoints(const vec3* points, std::size_t count, std::vector<mat4> const& palette,
+                             SkinWeights const& weights) {
+    std::vector<vec3> skinned(count, vec3(0.0f));
+    SkinPalette influences(palette.size());
+    std::transform(palette.begin(), palette.end(), influences.begin(), influenceOf);
+    addWeights({weights.data(), weights.size(), influences.data(), influences.size(), points, skinned.data(), count});
+    return skinned;
 }
 
 Mesh skinMesh(float envelope, Mesh const& input, mat4 const& geomMatrix, std::vector<mat4> matrix,

@@ -38,6 +38,10 @@ void skinPalette(mat4 const& geomMatrix, std::vector<mat4> const& matrix, std::v
                  std::vector<mat4>& palette);
 using PointWeight = std::pair<unsigned int, float>;
 vec3 skinPoint(vec3 point, std::vector<mat4> const& palette, const PointWeight* first, const PointWeight* last);
+/// The same for all points of a record at once. Throws std::runtime_error where a weight names a point or an influence
+/// that doesn't exist.
+std::vector<vec3> skinPoints(const vec3* points, std::size_t count, std::vector<mat4> const& palette,
+                             SkinWeights const& weights);
 
 Mesh skinMesh(float envelope, Mesh const& input, mat4 const& geomMatrix, std::vector<mat4> matrix,
               std::vector<mat4> bindPreMatrix, SkinWeights const& weights);

@@ -48,6 +48,8 @@ public:
     virtual vec3 zent(unsigned int index) = 0;
 
     PointPair at(unsigned int index) { return {maya(index), zent(index)}; }
+    /// The first point from one on whose pair does not agree, or the number of points.
+    virtual unsigned int firstOff(unsigned int from, float epsilon);
 };
 
 /// A deformer's adapter, apart from its operations: after its `init` it gives out walks.

@@ -1,5 +1,6 @@
 #include "zent/proxies/ProxyDeformer.h"
 
+#include "zent/math/lanes.h"
 #include "zent/math/require.h"
 #include "zent/proxies/Binding.h"
 
@@ -27,18 +28,21 @@ ShapeLayout layoutOf(const Lattice& shape) {
     return {"lattice", pointCount(shape), {}, {}, {}, {shape.s, shape.t, shape.u}};
 }
 
+void dropMatrix(Mesh& shape) {
+    shape.matrixLinear = shape.inverseLinear = mat3(1.0f);
+    shape.translation = shape.inverseTranslation = vec3(0.0f);
+}
+template <class T>
+void dropMatrix(T& /*shape*/) {}
+
 /// It deforms one shape of one point after the other in the same place, so that a point costs no allocation.
 template <class T>
-class DeformerWalk : public PointWalk {
+class PointDeformer {
 public:
-    DeformerWalk(const ProxyDeformer<T>& deformer, const T& input, const T& output)
-        : deformer_(deformer), input_(input), output_(output),
-          undeformed_(onePointShape<T>(vec3(0.0f), matrixOf(input))) {}
+    PointDeformer(const ProxyDeformer<T>& deformer, const T& input)
+        : deformer_(deformer), input_(input), undeformed_(onePointShape<T>(vec3(0.0f), matrixOf(input))) {}
 
-    unsigned int count() const override { return pointCount(output_); }
-    ShapeLayout layout() const override { return layoutOf(output_); }
-    vec3 maya(unsigned int index) const override { return toWorld(output_, pointsOf(output_)[index]); }
-    vec3 zent(unsigned int index) override {
+    vec3 operator()(unsigned int index) {
         shape_ = undeformed_;
         for (vec3& point : pointsOf(shape_)) { // a curve of one point has it twice
             point = pointsOf(input_)[index];
@@ -50,17 +54,48 @@ public:
 private:
     const ProxyDeformer<T>& deformer_;
     const T& input_;
-    const T& output_;
     const T undeformed_;
     T shape_;
 };
 
-void dropMatrix(Mesh& shape) {
-    shape.matrixLinear = shape.inverseLinear = mat3(1.0f);
-    shape.translation = shape.inverseTranslation = vec3(0.0f);
-}
 template <class T>
-void dropMatrix(T& /*shape*/) {}
+class DeformerWalk : public PointWalk {
+public:
+    DeformerWalk(const ProxyDeformer<T>& deformer, const T& input, const T& output)
+        : output_(output), onePoint_(deformer, input), all_(deformer.deformAll()),
+          allPlace_(onePointShape<T>(vec3(0.0f), matrixOf(input))) {
+        if (deformer.dropsMatrix()) {
+            dropMatrix(allPlace_);
+        }
+    }
+
+    unsigned int count() const override { return pointCount(output_); }
+    ShapeLayout layout() const override { return layoutOf(output_); }
+    vec3 maya(unsigned int index) const override { return toWorld(output_, pointsOf(output_)[index]); }
+    vec3 zent(unsigned int index) override { return all_.empty() ? onePoint_(index) : toWorld(allPlace_, all_[index]); }
+
+    unsigned int firstOff(unsigned int from, float epsilon) override {
+        if (all_.empty()) {
+            return PointWalk::firstOff(from, epsilon);
+        }
+        const AffineLanes mayaToWorld(output_.matrixLinear, output_.translation);
+        const AffineLanes zentToWorld(allPlace_.matrixLinear, allPlace_.translation);
+        const vec3* const mayaPoints = pointsOf(output_).data();
+        const vec3* const zentPoints = all_.data();
+        const unsigned int points = count();
+        while (from < points &&
+               firstThreeWithin(mayaToWorld(mayaPoints[from]), zentToWorld(zentPoints[from]), epsilon)) {
+            ++from;
+        }
+        return from;
+    }
+
+private:
+    const T& output_;
+    PointDeformer<T> onePoint_;
+    const std::vector<vec3> all_;
+    T allPlace_; ///< a shape that stands as that of all_
+};
 
 void dropSamples(Surface& shape) {
     shape.closestSamples.clear();
@@ -160,12 +195,12 @@ std::unique_ptr<PointWalk> ProxyDeformer<T>::walk() const {
 
 template <class T>
 json ProxyDeformer<T>::mayaResult(const std::vector<Port>& /*ports*/) const {
-    return results(zent::output("outputGeometry[0]", Vertex{walk()->maya(cursor)}));
+    return results(zent::output("outputGeometry[0]", Vertex{toWorld(output, pointsOf(output)[cursor])}));
 }
 
 template <class T>
 json ProxyDeformer<T>::zentResult(const Arguments& /*args*/) const {
-    return results(zent::output(Vertex{walk()->zent(cursor)}));
+    return results(zent::output(Vertex{PointDeformer<T>(*this, input)(cursor)}));
 }
 
 template <class T>

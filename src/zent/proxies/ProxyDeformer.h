@@ -46,6 +46,8 @@ public:
     /// Deforms the points from one to another of a shape that is the undeformed one; `onePoint` is a shape of one point
     /// that stands as it does.
     virtual void deformPoints(T& shape, const T& onePoint, unsigned int from, unsigned int to) const;
+    /// All points that `deform` gives, one after the other, where that is cheaper at once; else none.
+    virtual std::vector<vec3> deformAll() const { return {}; }
     const T& undeformed() const { return input; }
 
 protected:

@@ -154,6 +154,7 @@ template const Curve& Element::stored<Curve>() const;
 template const Surface& Element::stored<Surface>() const;
 template const WeightMap& Element::stored<WeightMap>() const;
 template const DeltaList& Element::stored<DeltaList>() const;
+template const SkinWeights& Element::stored<SkinWeights>() const;
 
 unsigned int Element::index(std::size_t position) const {
     if (position >= indices_.size()) {

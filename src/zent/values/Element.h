@@ -117,5 +117,6 @@ extern template const Curve& Element::stored<Curve>() const;
 extern template const Surface& Element::stored<Surface>() const;
 extern template const WeightMap& Element::stored<WeightMap>() const;
 extern template const DeltaList& Element::stored<DeltaList>() const;
+extern template const SkinWeights& Element::stored<SkinWeights>() const;
 
 } // namespace zent
