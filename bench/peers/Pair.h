@@ -24,6 +24,7 @@ void measure(const Pair& pair);
 void requireAgreement(const std::string& name, bool agree);
 
 void expressionPeers();
+void clusterPeers();
 void curvePeers();
 void deformerPeers();
 void ikPeers();

@@ -103,6 +103,7 @@ int main(int count, char** words) {
     expressionPeers();
     curvePeers();
     deformerPeers();
+    clusterPeers();
     ikPeers();
     recordPeers();
     surfacePeers();

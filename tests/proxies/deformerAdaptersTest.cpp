@@ -59,9 +59,11 @@ std::vector<vec3> walk(const std::string& method, Block output, const std::strin
     Proxy& proxy = adapter(method);
     const Arguments args = argumentsOf(json::parse("[" + arguments + "]"));
     std::vector<vec3> points;
-    for (proxy.init(args, portsOf(json::parse("[" + id(output) + "]"))); !proxy.isDone(); proxy.next()) {
+    proxy.init(args, portsOf(json::parse("[" + id(output) + "]")));
+    for (const auto whole = walkOf(proxy); !proxy.isDone(); proxy.next()) {
         EXPECT_EQ(proxy.index(), static_cast<int>(points.size()));
         points.push_back(toVec3(proxy.zentResult(args)[0]["value"]));
+        EXPECT_EQ(whole->at(static_cast<unsigned>(proxy.index())).zent, points.back());
     }
     return points;
 }

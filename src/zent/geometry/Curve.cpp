@@ -28,10 +28,6 @@ constexpr std::array<GaussNode, 8> kGaussLegendre{{{0.96028984f, 0.101228535f},
                                                    {-0.5255324f, 0.31370664f},
                                                    {-0.18343464f, 0.36268377f}}};
 
-vec3 toPoint(const Lanes& lanes) {
-    return vec3(lanes[0], lanes[1], lanes[2]);
-}
-
 /// The basis and its derivatives up to order N at a parameter, with the curve's control points there.
 template <int P, int N>
 struct Evaluation {

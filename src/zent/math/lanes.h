@@ -64,6 +64,7 @@ struct LanesOf {
     friend LanesOf operator-(const LanesOf& a, float b) {
         return each([&](std::size_t i) { return a.lane[i] - b; });
     }
+    friend LanesOf operator+(float a, const LanesOf& b) { return b + a; }
     friend LanesOf operator-(float a, const LanesOf& b) {
         return each([&](std::size_t i) { return a - b.lane[i]; });
     }
@@ -151,6 +152,11 @@ inline bool firstThreeWithin(const Lanes& a, const Lanes& b, float bound) {
 /// x, y, z and 0.
 inline Lanes pointLanes(const vec3& point) {
     return Lanes{point.x, point.y, point.z, 0.0f};
+}
+
+/// The first three lanes.
+inline vec3 toPoint(const Lanes& lanes) {
+    return vec3(lanes[0], lanes[1], lanes[2]);
 }
 
 /// What `linear * point + translation` gives, side by side.

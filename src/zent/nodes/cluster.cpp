@@ -1,5 +1,6 @@
 #include "zent/nodes/cluster.h"
 
+#include "zent/math/lanes.h"
 #include "zent/math/require.h"
 #include "zent/math/rotation.h"
 
@@ -13,6 +14,8 @@ namespace {
 using PointIndices = std::vector<unsigned int>;
 /// Point index and weight, ascending.
 using Members = std::vector<std::pair<unsigned int, float>>;
+
+constexpr quat kIdentity(1.0f, 0.0f, 0.0f, 0.0f);
 
 bool untouched(float weight) {
     return std::abs(weight) < kThreshold;
@@ -59,51 +62,28 @@ Members effectiveMembers(const PointIndices& listed, const WeightMap& weights) {
     return members;
 }
 
-/// The channels of a cluster's handle.
-struct Handle {
-    vec3 translate;
-    vec3 rotate;
-    int rotateOrder;
-    vec3 scale;
-    vec3 rotatePivot;
-    vec3 scalePivot;
-    vec3 rotatePivotTranslate;
-    vec3 scalePivotTranslate;
-};
+// Through angles and back: the order takes part in the angles only, so another than xyz changes the rotation.
+quat fullRotation(vec3 rotate, int rotateOrder) {
+    const quat rotation = eulerToQuat(rotate, kRotateXYZ);
+    return eulerToQuat(eulerAngles(rotation, static_cast<RotateOrder>(rotateOrder)), kRotateXYZ);
+}
 
-/// Moves points of fractional weights, one after the other.
-class PartialHandle {
-public:
-    PartialHandle(const Handle& handle, int angleMode)
-        : handle_(handle), rotates_(static_cast<unsigned>(angleMode) <= 3u),
-          rotation_(quat(1.0f, 0.0f, 0.0f, 0.0f), fullRotation(handle), angleMode == 2 ? -1 : 0,
-                    angleMode == 1 || angleMode == 2),
-          translate_(handle.translate + handle.rotatePivotTranslate),
-          pivotOffset_(handle.scalePivot - handle.rotatePivot), scale_(handle.scale) {}
+// What follows is glm's arithmetic to the bit, a point's numbers side by side.
+Lanes column(const mat4& matrix, int i) {
+    return loadLanes(&matrix[i].x);
+}
 
-    vec3 operator()(vec3 point, float weight) {
-        // Not reset from point to point, so that the scale compounds over the fractional ones: deliberate.
-        scale_ = 1.0f + weight * (scale_ - 1.0f);
-        const vec3 scaled = (point - handle_.scalePivot) * scale_ + pivotOffset_ + weight * handle_.scalePivotTranslate;
-        // Modes 1 and 2 sweep half a turn less where the rotation goes beyond half a turn (1) or doesn't (2).
-        const quat rotation = rotates_ ? rotation_(weight) : quat(1.0f, 0.0f, 0.0f, 0.0f);
-        return handle_.rotatePivot + rotation * scaled + weight * translate_;
-    }
+Lanes cross(const Lanes& a, const Lanes& b) {
+    const auto yzx = [](const Lanes& v) { return Lanes{v[1], v[2], v[0], v[3]}; };
+    const auto zxy = [](const Lanes& v) { return Lanes{v[2], v[0], v[1], v[3]}; };
+    return yzx(a) * zxy(b) - yzx(b) * zxy(a);
+}
 
-private:
-    // Through angles and back: the order takes part in the angles only, so another than xyz changes the rotation.
-    static quat fullRotation(const Handle& handle) {
-        const quat rotation = eulerToQuat(handle.rotate, kRotateXYZ);
-        return eulerToQuat(eulerAngles(rotation, static_cast<RotateOrder>(handle.rotateOrder)), kRotateXYZ);
-    }
-
-    Handle handle_;
-    bool rotates_;
-    Slerp rotation_;
-    vec3 translate_;
-    vec3 pivotOffset_;
-    vec3 scale_;
-};
+Lanes turned(const quat& rotation, const Lanes& point) {
+    const Lanes axis = {rotation.x, rotation.y, rotation.z, 0.0f};
+    const Lanes across = cross(axis, point);
+    return point + (across * rotation.w + cross(axis, across)) * 2.0f;
+}
 
 bool whole(float weight) {
     return std::abs(weight - 1.0f) < kThreshold;
@@ -123,34 +103,66 @@ T& _cluster(T& geometry, boost::optional<std::vector<unsigned int>> indices, mat
     requireMembers(*indices, weights, indexBound(geometry));
     std::sort(indices->begin(), indices->end());
 
-    const mat4 full = first * second;
-    PartialHandle partial(
-        {translate, rotate, rotateOrder, scale, rotatePivot, scalePivot, rotatePivotTranslate, scalePivotTranslate},
-        angleMode);
+    const PointCluster move(first, second, angleMode, translate, rotate, rotateOrder, scale, rotatePivot, scalePivot,
+                            rotatePivotTranslate, scalePivotTranslate);
+    vec4 scales = move.scales();
     PointWriter<T> write(geometry);
     for (const auto& [i, weight] : effectiveMembers(*indices, weights)) {
         if (untouched(weight)) {
             continue;
         }
-        const vec3 point = pointsOf(geometry)[i];
-        write(i, whole(weight) ? transformPoint(full, point) : partial(point, weight));
+        // Not reset from point to point, so that the scale compounds over the fractional ones: deliberate.
+        write(i, move(pointsOf(geometry)[i], weight, scales));
     }
     return geometry;
 }
 
-std::function<vec3(vec3, float)> pointCluster(mat4 const& first, mat4 const& second, int angleMode, vec3 translate,
-                                              vec3 rotate, int rotateOrder, vec3 scale, vec3 rotatePivot,
-                                              vec3 scalePivot, vec3 rotatePivotTranslate, vec3 scalePivotTranslate) {
-    const PartialHandle handle(
-        {translate, rotate, rotateOrder, scale, rotatePivot, scalePivot, rotatePivotTranslate, scalePivotTranslate},
-        angleMode);
-    return [handle, full = first * second](vec3 point, float weight) {
-        if (untouched(weight)) {
-            return point;
-        }
-        PartialHandle partial = handle; // with the scale of a first point
-        return whole(weight) ? transformPoint(full, point) : partial(point, weight);
-    };
+PointCluster::PointCluster(mat4 const& first, mat4 const& second, int angleMode, vec3 translate, vec3 rotate,
+                           int rotateOrder, vec3 scale, vec3 rotatePivot, vec3 scalePivot, vec3 rotatePivotTranslate,
+                           vec3 scalePivotTranslate)
+    : full_(first * second),
+      // Modes 1 and 2 sweep half a turn less where the rotation goes beyond half a turn (1) or doesn't (2).
+      rotation_(kIdentity, fullRotation(rotate, rotateOrder), angleMode == 2 ? -1 : 0,
+                angleMode == 1 || angleMode == 2),
+      rotates_(static_cast<unsigned>(angleMode) <= 3u), scales_(scale, 0.0f),
+      translate_(translate + rotatePivotTranslate, 0.0f), pivotOffset_(scalePivot - rotatePivot, 0.0f),
+      rotatePivot_(rotatePivot, 0.0f), scalePivot_(scalePivot, 0.0f), scalePivotTranslate_(scalePivotTranslate, 0.0f) {}
+
+vec3 PointCluster::operator()(vec3 point, float weight) const {
+    vec4 scales = scales_;
+    return (*this)(point, weight, scales);
+}
+
+vec3 PointCluster::operator()(vec3 point, float weight, vec4& scales) const {
+    if (untouched(weight)) {
+        return point;
+    }
+    if (whole(weight)) {
+        return toPoint((column(full_, 0) * point.x + column(full_, 1) * point.y) +
+                       (column(full_, 2) * point.z + column(full_, 3)));
+    }
+    const quat rotation = rotates_ ? rotation_(weight) : kIdentity;
+    const Lanes own = 1.0f + weight * (loadLanes(&scales.x) - 1.0f);
+    storeLanes(own, &scales.x);
+    const Lanes scaled = (pointLanes(point) - loadLanes(&scalePivot_.x)) * own + loadLanes(&pivotOffset_.x) +
+                         weight * loadLanes(&scalePivotTranslate_.x);
+    return toPoint(loadLanes(&rotatePivot_.x) + turned(rotation, scaled) + weight * loadLanes(&translate_.x));
+}
+
+PointCluster pointCluster(mat4 const& first, mat4 const& second, int angleMode, vec3 translate, vec3 rotate,
+                          int rotateOrder, vec3 scale, vec3 rotatePivot, vec3 scalePivot, vec3 rotatePivotTranslate,
+                          vec3 scalePivotTranslate) {
+    return {first,
+            second,
+            angleMode,
+            translate,
+            rotate,
+            rotateOrder,
+            scale,
+            rotatePivot,
+            scalePivot,
+            rotatePivotTranslate,
+            scalePivotTranslate};
 }
 
 template Curve& _cluster(Curve&, boost::optional<std::vector<unsigned int>>, mat4, mat4, int, WeightMap, vec3, vec3,

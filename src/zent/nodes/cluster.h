@@ -2,10 +2,10 @@
 
 #include "zent/geometry/shapes.h"
 #include "zent/geometry/weights.h"
+#include "zent/math/rotation.h"
 
 #include <boost/optional.hpp>
 
-#include <functional>
 #include <vector>
 
 namespace zent {
@@ -28,10 +28,32 @@ extern template Surface& _cluster(Surface&, boost::optional<std::vector<unsigned
 extern template Lattice& _cluster(Lattice&, boost::optional<std::vector<unsigned int>>, mat4, mat4, int, WeightMap,
                                   vec3, vec3, int, vec3, vec3, vec3, vec3, vec3);
 
-/// What `_cluster` does to a point that is the only member, at a weight, set up once for any number of points.
-std::function<vec3(vec3, float)> pointCluster(mat4 const& first, mat4 const& second, int angleMode, vec3 translate,
-                                              vec3 rotate, int rotateOrder, vec3 scale, vec3 rotatePivot,
-                                              vec3 scalePivot, vec3 rotatePivotTranslate, vec3 scalePivotTranslate);
+/// What `_cluster` does to its members, set up once for any number of points.
+class PointCluster {
+public:
+    PointCluster(mat4 const& first, mat4 const& second, int angleMode, vec3 translate, vec3 rotate, int rotateOrder,
+                 vec3 scale, vec3 rotatePivot, vec3 scalePivot, vec3 rotatePivotTranslate, vec3 scalePivotTranslate);
+
+    /// A point that is the only member.
+    vec3 operator()(vec3 point, float weight) const;
+    /// One of several: `scales`, those of the handle for the first one, are left for the next one.
+    vec3 operator()(vec3 point, float weight, vec4& scales) const;
+    vec4 scales() const { return scales_; }
+
+private:
+    mat4 full_;
+    Slerp rotation_;
+    bool rotates_;
+    vec4 scales_; ///< of this and the following, w is 0
+    vec4 translate_;
+    vec4 pivotOffset_;
+    vec4 rotatePivot_;
+    vec4 scalePivot_;
+    vec4 scalePivotTranslate_;
+};
+PointCluster pointCluster(mat4 const& first, mat4 const& second, int angleMode, vec3 translate, vec3 rotate,
+                          int rotateOrder, vec3 scale, vec3 rotatePivot, vec3 scalePivot, vec3 rotatePivotTranslate,
+                          vec3 scalePivotTranslate);
 
 Curve& clusterCurve(Curve& geometry, std::vector<unsigned int> indices, mat4 first, mat4 second, int angleMode,
                     WeightMap weights, vec3 translate, vec3 rotate, int rotateOrder, vec3 scale, vec3 rotatePivot,

@@ -18,14 +18,6 @@ constexpr std::size_t kMostPause = 1024;
 
 using SkinPalette = std::vector<Influence>;
 
-Lanes lanes(vec3 v) {
-    return Lanes{v.x, v.y, v.z, 0.0f};
-}
-
-vec3 toVec3(Lanes v) {
-    return vec3(v[0], v[1], v[2]);
-}
-
 Lanes carried(const mat4& influence, vec3 p) {
     const float* const columns = &influence[0][0];
     return loadLanes(columns) * p.x + loadLanes(columns + 4) * p.y + loadLanes(columns + 8) * p.z +
@@ -37,7 +29,8 @@ mat4 combinedMatrix(const mat4& worldToGeom, const mat4& matrix, const mat4& bin
 }
 
 Influence influenceOf(const mat4& combined) {
-    return {{lanes(vec3(combined[0])), lanes(vec3(combined[1])), lanes(vec3(combined[2])), lanes(vec3(combined[3]))}};
+    return {{pointLanes(vec3(combined[0])), pointLanes(vec3(combined[1])), pointLanes(vec3(combined[2])),
+             pointLanes(vec3(combined[3]))}};
 }
 
 SkinPalette combineInfluences(const mat4& geomMatrix, const std::vector<mat4>& matrix,
@@ -84,19 +77,19 @@ std::size_t addPointByPoint(const SkinSums& skin, Write& write, std::size_t k, s
         requireIndex("weights' influences", k, influence, influenceBound, "matrix");
         if (k + 1 < count && std::get<0>(tuples[k + 1]) == point) {
             const vec3 position = from[point];
-            Lanes sum = lanes(to[point]);
+            Lanes sum = pointLanes(to[point]);
             do {
                 const auto& [p, i, w] = tuples[k];
                 requireIndex("weights' influences", k, i, influenceBound, "matrix");
                 sum += w * influences[i](position);
                 ++k;
             } while (k < count && std::get<0>(tuples[k]) == point);
-            write(point, toVec3(sum));
+            write(point, toPoint(sum));
         } else {
             const Influence chosen = influences[influence];
             do {
                 requireIndex("weights", k, point, pointBound, "the input");
-                write(point, toVec3(lanes(to[point]) + weight * chosen(from[point])));
+                write(point, toPoint(pointLanes(to[point]) + weight * chosen(from[point])));
                 if (++k == count) {
                     break;
                 }
@@ -193,7 +186,7 @@ vec3 skinPoint(vec3 point, std::vector<mat4> const& palette, const PointWeight* 
     for (; first != last; ++first) {
         sum += first->second * carried(palette[first->first], point);
     }
-    return toVec3(sum);
+    return toPoint(sum);
 }
 
 std::vector<vec3> skinPoints(const vec3* points, std::size_t count, std::vector<mat4> const& palette,

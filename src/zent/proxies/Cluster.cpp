@@ -13,6 +13,7 @@ public:
     std::string name() const override { return std::string("cluster") + shapeName<T>(); }
     void init(const Arguments& args, const std::vector<Port>& ports) override;
     void deform(T& point, unsigned int index) const override;
+    std::vector<vec3> deformAll() const override;
     Slot slot(unsigned int index, const EntryPlace& entry) override;
     void prepare() override { move = handle.pointCluster(); }
     MethodInfo info() const {
@@ -31,7 +32,7 @@ private:
     void split_attributes(const std::vector<unsigned int>& indices, const WeightMap& weights);
 
     ClusterHandle handle;
-    std::function<vec3(vec3, float)> move; ///< by the handle
+    PointCluster move = handle.pointCluster();
     std::vector<VtxAttribute> attributes;
 };
 
@@ -68,6 +69,15 @@ template <class T>
 void ProxyCluster<T>::deform(T& point, unsigned int index) const {
     vec3& moved = pointsOf(point)[0];
     moved = move(moved, attributes.at(index).weight);
+}
+
+template <class T>
+std::vector<vec3> ProxyCluster<T>::deformAll() const {
+    std::vector<vec3> moved(attributes.size() < this->count() ? 0 : this->count());
+    for (std::size_t i = 0; i < moved.size(); ++i) {
+        moved[i] = move(pointsOf(this->input)[i], attributes[i].weight);
+    }
+    return moved;
 }
 
 template Method method<ProxyCluster<Curve>>();

@@ -11,6 +11,7 @@ public:
     std::string name() const override { return std::string("clusterFull") + shapeName<T>(); }
     void init(const Arguments& args, const std::vector<Port>& ports) override;
     void deform(T& point, unsigned int index) const override;
+    std::vector<vec3> deformAll() const override;
     Slot slot(unsigned int index, const EntryPlace& entry) override;
     void prepare() override { move = handle.pointCluster(); }
     MethodInfo info() const {
@@ -24,7 +25,7 @@ private:
     void split_attributes(const WeightMap& weights);
 
     ClusterHandle handle;
-    std::function<vec3(vec3, float)> move; ///< by the handle
+    PointCluster move = handle.pointCluster();
     std::vector<float> weightByPoint;
 };
 
@@ -58,6 +59,15 @@ template <class T>
 void ProxyClusterFull<T>::deform(T& point, unsigned int index) const {
     vec3& moved = pointsOf(point)[0];
     moved = move(moved, weightByPoint.at(index));
+}
+
+template <class T>
+std::vector<vec3> ProxyClusterFull<T>::deformAll() const {
+    std::vector<vec3> moved(weightByPoint.size() < this->count() ? 0 : this->count());
+    for (std::size_t i = 0; i < moved.size(); ++i) {
+        moved[i] = move(pointsOf(this->input)[i], weightByPoint[i]);
+    }
+    return moved;
 }
 
 template Method method<ProxyClusterFull<Curve>>();

@@ -1,7 +1,5 @@
 #include "zent/proxies/ClusterHandle.h"
 
-#include "zent/nodes/cluster.h"
-
 namespace zent {
 
 ClusterHandle ClusterHandle::read(const Arguments& args, unsigned int start) {
@@ -12,7 +10,7 @@ ClusterHandle ClusterHandle::read(const Arguments& args, unsigned int start) {
             zent::read<vec3>(args, start + 10), zent::read<vec3>(args, start + 11)};
 }
 
-std::function<vec3(vec3, float)> ClusterHandle::pointCluster() const {
+PointCluster ClusterHandle::pointCluster() const {
     return zent::pointCluster(first, second, angleMode, translate, rotate, rotateOrder, scale, rotatePivot, scalePivot,
                               rotatePivotTranslate, scalePivotTranslate);
 }

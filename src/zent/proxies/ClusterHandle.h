@@ -1,9 +1,8 @@
 #pragma once
 
+#include "zent/nodes/cluster.h"
 #include "zent/proxies/Access.h"
 #include "zent/proxies/Evaluation.h"
-
-#include <functional>
 
 namespace zent {
 
@@ -24,7 +23,7 @@ struct ClusterHandle {
     /// Reads the arguments from `start` on, the first matrix's; the weights among them are left to the adapter.
     static ClusterHandle read(const Arguments& args, unsigned int start);
     /// See pointCluster.
-    std::function<vec3(vec3, float)> pointCluster() const;
+    PointCluster pointCluster() const;
     /// Where the argument stands, none for those that are no part of this.
     Slot slot(unsigned int start, unsigned int index, const EntryPlace& entry);
     /// The argument of the weights.
