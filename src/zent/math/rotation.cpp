@@ -296,11 +296,8 @@ Slerp::Slerp(quat a, quat b, int spin, bool flip_spin) : a_(a), b_(b) {
 }
 
 quat Slerp::operator()(float t) const {
-    if (linear_) {
-        return (1.0f - t) * a_ + t * b_;
-    }
-    const float g = swept_ * t;
-    return std::sin(omega_ - g) * inverseSine_ * a_ + std::sin(g) * inverseSine_ * b_;
+    const auto [ofA, ofB] = shares(t);
+    return ofA * a_ + ofB * b_;
 }
 
 quat core_slerp(quat a, quat b, float t, int spin, bool flip_spin) {

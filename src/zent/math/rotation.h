@@ -70,6 +70,20 @@ public:
     Slerp(quat a, quat b, int spin, bool flip_spin);
     quat operator()(float t) const;
 
+    /// The same as the sum of the ends, each times its share; the end b may have been negated.
+    struct Shares {
+        float ofA;
+        float ofB;
+    };
+    Shares shares(float t) const {
+        if (linear_) {
+            return {1.0f - t, t};
+        }
+        const float g = swept_ * t;
+        return {std::sin(omega_ - g) * inverseSine_, std::sin(g) * inverseSine_};
+    }
+    const quat& b() const { return b_; }
+
 private:
     quat a_;
     quat b_;

@@ -79,10 +79,10 @@ Lanes cross(const Lanes& a, const Lanes& b) {
     return yzx(a) * zxy(b) - yzx(b) * zxy(a);
 }
 
-Lanes turned(const quat& rotation, const Lanes& point) {
-    const Lanes axis = {rotation.x, rotation.y, rotation.z, 0.0f};
-    const Lanes across = cross(axis, point);
-    return point + (across * rotation.w + cross(axis, across)) * 2.0f;
+/// By a quaternion in the order x, y, z, w.
+Lanes turned(const Lanes& rotation, const Lanes& point) {
+    const Lanes across = cross(rotation, point);
+    return point + (across * rotation[3] + cross(rotation, across)) * 2.0f;
 }
 
 bool whole(float weight) {
@@ -124,6 +124,7 @@ PointCluster::PointCluster(mat4 const& first, mat4 const& second, int angleMode,
       // Modes 1 and 2 sweep half a turn less where the rotation goes beyond half a turn (1) or doesn't (2).
       rotation_(kIdentity, fullRotation(rotate, rotateOrder), angleMode == 2 ? -1 : 0,
                 angleMode == 1 || angleMode == 2),
+      fullRotation_(rotation_.b().x, rotation_.b().y, rotation_.b().z, rotation_.b().w),
       rotates_(static_cast<unsigned>(angleMode) <= 3u), scales_(scale, 0.0f),
       translate_(translate + rotatePivotTranslate, 0.0f), pivotOffset_(scalePivot - rotatePivot, 0.0f),
       rotatePivot_(rotatePivot, 0.0f), scalePivot_(scalePivot, 0.0f), scalePivotTranslate_(scalePivotTranslate, 0.0f) {}
@@ -141,7 +142,11 @@ vec3 PointCluster::operator()(vec3 point, float weight, vec4& scales) const {
         return toPoint((column(full_, 0) * point.x + column(full_, 1) * point.y) +
                        (column(full_, 2) * point.z + column(full_, 3)));
     }
-    const quat rotation = rotates_ ? rotation_(weight) : kIdentity;
+    Lanes rotation = {0.0f, 0.0f, 0.0f, 1.0f};
+    if (rotates_) {
+        const auto [ofNone, ofFull] = rotation_.shares(weight);
+        rotation = ofNone * rotation + ofFull * loadLanes(&fullRotation_.x);
+    }
     const Lanes own = 1.0f + weight * (loadLanes(&scales.x) - 1.0f);
     storeLanes(own, &scales.x);
     const Lanes scaled = (pointLanes(point) - loadLanes(&scalePivot_.x)) * own + loadLanes(&pivotOffset_.x) +

@@ -43,8 +43,9 @@ public:
 private:
     mat4 full_;
     Slerp rotation_;
+    vec4 fullRotation_; ///< x, y, z, w of its end
     bool rotates_;
-    vec4 scales_; ///< of this and the following, w is 0
+    vec4 scales_; ///< of this and the following w is 0
     vec4 translate_;
     vec4 pivotOffset_;
     vec4 rotatePivot_;
