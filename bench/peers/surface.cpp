@@ -29,10 +29,8 @@ Surface waves() {
     return Surface(3, 3, kFormOpen, kFormOpen, knots, knots, points, mat4(1.0f));
 }
 
-/// (u, v) by the tests and the update of The NURBS Book, 6.1, limited to the domain.
-vec2 textbookClosest(const Surface& surface, vec3 point, const SurfaceSamples& samples) {
-    constexpr int kIterations = 20;
-    constexpr float kClose = 1e-5f;
+// By itself: within its caller compilers make slower code of it.
+[[gnu::noinline]] vec2 nearestSample(vec3 point, const SurfaceSamples& samples) {
     vec2 at(0.0f);
     float nearest = std::numeric_limits<float>::max();
     for (const auto& [parameters, sample] : samples) {
@@ -43,6 +41,14 @@ vec2 textbookClosest(const Surface& surface, vec3 point, const SurfaceSamples& s
             at = parameters;
         }
     }
+    return at;
+}
+
+/// (u, v) by the tests and the update of The NURBS Book, 6.1, limited to the domain.
+vec2 textbookClosest(const Surface& surface, vec3 point, const SurfaceSamples& samples) {
+    constexpr int kIterations = 20;
+    constexpr float kClose = 1e-5f;
+    vec2 at = nearestSample(point, samples);
     const unsigned degree = surface.degreeU;
     const float end = surface.knotsU[surface.knotsU.size() - degree];
     for (int iteration = 0; iteration < kIterations; ++iteration) {
