@@ -7,7 +7,7 @@ function rotationOff(a, b) {
 }
 
 /** A table under these heads; the note stands below it. */
-function valuesTable(heads, lines, note) {
+function valuesTable(heads, tableRows, note) {
   return make(
     "div",
     {class: "scroll"},
@@ -15,7 +15,7 @@ function valuesTable(heads, lines, note) {
       "table",
       {class: "values"},
       make("thead", {}, make("tr", {}, ...heads.map((head) => make("th", {scope: "col"}, head)))),
-      make("tbody", {}, ...lines)
+      make("tbody", {}, ...tableRows)
     ),
     note ? make("p", {class: "note"}, note) : ""
   );
