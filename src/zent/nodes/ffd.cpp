@@ -1,6 +1,7 @@
 #include "zent/nodes/ffd.h"
 
 #include "zent/math/lanes.h"
+#include "zent/math/processor.h"
 #include "zent/math/require.h"
 #include "zent/math/rotation.h"
 
@@ -163,7 +164,7 @@ struct BlockKernel {
     void (*deform)(const Lattice&, const mat4&, const mat4&, float*);
 };
 
-#if defined(__GNUC__) && defined(__x86_64__)
+#ifdef ZENT_X86
 #define ZENT_BLOCK avx2
 #define ZENT_BLOCK_LANES 8
 #define ZENT_BLOCK_TARGET __attribute__((target("avx2")))
@@ -176,7 +177,7 @@ constexpr std::size_t kMaxBlock = 8;
 
 const BlockKernel& blockKernel() {
     static const BlockKernel kernel =
-        __builtin_cpu_supports("avx2") ? BlockKernel{8, &avx2::deform} : BlockKernel{kLanes, &portable::deform};
+        processor().hasAvx2 ? BlockKernel{8, &avx2::deform} : BlockKernel{kLanes, &portable::deform};
     return kernel;
 }
 #else

@@ -1,8 +1,10 @@
 #include "zent/nodes/skinBlock.h"
 
+#include "zent/math/processor.h"
+
 #include <algorithm>
 
-#if defined(__GNUC__) && defined(__x86_64__)
+#ifdef ZENT_X86
 #include <immintrin.h>
 
 namespace zent {
@@ -156,8 +158,7 @@ ZENT_AVX512 std::size_t addRowsOf(const SkinSums& skin, std::size_t k) {
 } // namespace
 
 bool canAddWide() {
-    static const bool can = __builtin_cpu_supports("avx512f") != 0;
-    return can;
+    return processor().hasAvx512f;
 }
 
 std::size_t addRows(const SkinSums& skin, std::size_t first) {
