@@ -14,7 +14,7 @@ install(FILES ${CMAKE_BINARY_DIR}/ZentMayaNodesConfig.cmake ${CMAKE_BINARY_DIR}/
 foreach(room IN ITEMS math geometry nodes expression)
     install(DIRECTORY src/zent/${room} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zent FILES_MATCHING PATTERN "*.h"
             PATTERN lanes.h EXCLUDE PATTERN require.h EXCLUDE PATTERN recurrence.h EXCLUDE PATTERN closestSearch.h EXCLUDE
-            PATTERN skinBlock.h EXCLUDE)
+            PATTERN skinBlock.h EXCLUDE PATTERN processor.h EXCLUDE PATTERN fusedArithmetic.h EXCLUDE)
 endforeach()
 
 configure_file(cmake/version.h.in include/zent/version.h @ONLY)
