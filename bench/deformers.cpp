@@ -4,70 +4,33 @@
 //   ffdWholeMesh       its yardstick stands in bench_peers
 //   pointLoopRecord    at most a third of pointLoopInitializerLists
 
+#include "SkinRig.h"
+
 #include "zent/check/Run.h"
 #include "zent/nodes/blendShape.h"
 #include "zent/nodes/ffd.h"
-#include "zent/nodes/skin.h"
 #include "zent/proxies/PointWalk.h"
 #include "zent/proxies/Registry.h"
 #include "zent/values/Compare.h"
 #include "zent/values/Port.h"
-#include "zent/values/resource.h"
-
-#include "zent/values/ResourceWriter.h"
 
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <cstdint>
-#include <filesystem>
 #include <memory>
 
 namespace {
 
 using namespace zent;
+using namespace zent::bench;
 
-constexpr unsigned kPoints = 100000;
-constexpr unsigned kInfluences = 60;
-constexpr unsigned kInfluencesPerPoint = 4;
 constexpr unsigned kTargets = 10;
-
-Mesh cloud(float phase) {
-    std::vector<vec3> points;
-    for (unsigned i = 0; i < kPoints; ++i) {
-        const float t = static_cast<float>(i) + phase;
-        points.emplace_back(std::sin(0.37f * t), std::sin(0.11f * t), std::sin(0.23f * t));
-    }
-    return Mesh(std::move(points), mat4(1.0f));
-}
 
 // ---- skin ----------------------------------------------------------------------------------------------------------
 
-struct Rig {
-    Mesh mesh = cloud(0.0f);
-    std::vector<mat4> matrix;
-    std::vector<mat4> bindPreMatrix;
-    SkinWeights weights;
-
-    Rig() {
-        for (unsigned i = 0; i < kInfluences; ++i) {
-            const float t = static_cast<float>(i);
-            mat4 m = glm::mat4_cast(glm::angleAxis(0.1f * t, glm::normalize(vec3(1.0f, t, 2.0f))));
-            m[3] = vec4(t, -t, 0.5f * t, 1.0f);
-            bindPreMatrix.push_back(glm::inverse(m));
-            m[3] += vec4(1.0f, 0.0f, 0.0f, 0.0f);
-            matrix.push_back(m);
-        }
-        for (unsigned i = 0; i < kPoints; ++i) {
-            for (unsigned k = 0; k < kInfluencesPerPoint; ++k) {
-                weights.emplace_back(i, (i / 97 + 7 * k) % kInfluences, 0.1f * static_cast<float>(k + 1));
-            }
-        }
-    }
-};
-
-const Rig& rig() {
-    static const Rig instance;
+const SkinRig& rig() {
+    static const SkinRig instance;
     return instance;
 }
 
@@ -122,7 +85,7 @@ BENCHMARK(skinWholeMesh)->Unit(benchmark::kMicrosecond)->ArgName("byInfluence")-
 // ---- blend shape ---------------------------------------------------------------------------------------------------
 
 struct Targets {
-    Mesh base = cloud(0.0f);
+    Mesh base = cloud();
     std::vector<Mesh> shapes;
     std::vector<DeltaList> deltas;
     WeightMap weights;
@@ -195,7 +158,7 @@ Lattice cube(unsigned n) {
 
 void ffdWholeMesh(benchmark::State& state) {
     const Lattice lattice = cube(static_cast<unsigned>(state.range(0)));
-    const Mesh rest = cloud(0.0f);
+    const Mesh rest = cloud();
     Mesh mesh = rest;
     for (auto _ : state) {
         mesh.points = rest.points;
@@ -247,41 +210,9 @@ void pointLoopInitializerLists(benchmark::State& state) {
 }
 BENCHMARK(pointLoopInitializerLists)->Unit(benchmark::kMillisecond);
 
-json entry(unsigned attribute, json value) {
-    return {{"attribute", attribute}, {"value", std::move(value)}};
-}
-
-json numbers(const mat4& m) {
-    json list = json::array();
-    for (int i = 0; i < 16; ++i) {
-        list.push_back(m[i / 4][i % 4]);
-    }
-    return list;
-}
-
-/// A skinMesh record that matches; loads its resource file.
-const json& skinRecord() {
-    static const json record = [] {
-        const std::string path = (std::filesystem::temp_directory_path() / "zent_bench_deformers.bin").string();
-        ResourceWriter writer;
-        writer.add(skinMesh(1.0f, rig().mesh, mat4(1.0f), rig().matrix, rig().bindPreMatrix, rig().weights));
-        writer.add(rig().mesh);
-        writer.add(rig().weights);
-        writer.write(path);
-        Element::storage().load(path);
-        std::filesystem::remove(path);
-        json arguments = {entry(0, 1.0), entry(1, {{"id", 1}}), entry(2, numbers(mat4(1.0f)))};
-        for (unsigned i = 0; i < kInfluences; ++i) {
-            arguments.push_back(entry(3, numbers(rig().matrix[i])));
-            arguments.push_back(entry(4, numbers(rig().bindPreMatrix[i])));
-        }
-        arguments.push_back(entry(5, {{"id", 2}}));
-        return json{{"node_name", "skin"},
-                    {"method", "skinMesh"},
-                    {"results", {entry(0, {{"id", 0}})}},
-                    {"arguments", std::move(arguments)}};
-    }();
-    return record;
+const json& record() {
+    static const json made = skinRecord(rig());
+    return made;
 }
 
 /// The whole record, cutting it into points included.
@@ -291,9 +222,8 @@ void pointLoopRecord(benchmark::State& state) {
     RunSettings settings;
     settings.ignoreDeformer = false;
     const Run run(registry, settings, {});
-    const json& record = skinRecord();
     for (auto _ : state) {
-        if (run.checkSingle(record) != Run::kMatch) {
+        if (run.checkSingle(record()) != Run::kMatch) {
             state.SkipWithError("the record does not match");
             break;
         }
@@ -305,9 +235,9 @@ BENCHMARK(pointLoopRecord)->Unit(benchmark::kMillisecond);
 /// The walk alone.
 void pointLoopWalk(benchmark::State& state) {
     std::vector<Port> ports(1);
-    ports[0].add(Element(json(skinRecord()["results"][0]["value"])));
+    ports[0].add(Element(json(record()["results"][0]["value"])));
     Arguments args;
-    for (const json& argument : skinRecord()["arguments"]) {
+    for (const json& argument : record()["arguments"]) {
         args.add(argument["attribute"].get<unsigned int>(), Element(json(argument["value"])));
     }
     const std::unique_ptr<Proxy> proxy = makeProxy("skinMesh");

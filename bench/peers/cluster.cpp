@@ -1,24 +1,21 @@
 // A cluster's points beside a loop that has all that the points share made beforehand.
+#include "../SkinRig.h"
 #include "Pair.h"
 
 #include "zent/nodes/cluster.h"
 #include "zent/proxies/PointWalk.h"
 #include "zent/proxies/Registry.h"
-#include "zent/values/Element.h"
 #include "zent/values/Port.h"
-#include "zent/values/resource.h"
-#include "zent/values/ResourceWriter.h"
 
 #include <algorithm>
-#include <cmath>
-#include <filesystem>
 #include <utility>
 
 namespace zent::peers {
 
+using namespace bench;
+
 namespace {
 
-constexpr unsigned kPoints = 100000;
 constexpr float kEpsilon = 0.001f;
 
 /// The handle's channels, whose pivots have offsets, too.
@@ -96,13 +93,13 @@ Arguments argumentsOf(const std::vector<float>& weights) {
 
 void clusterPeers() {
     Lattice lattice;
+    lattice.points = cloud().points;
     lattice.s = kPoints;
     lattice.t = lattice.u = 1;
     std::vector<float> weights;
     std::vector<unsigned> indices;
     for (unsigned i = 0; i < kPoints; ++i) {
         const auto t = static_cast<float>(i);
-        lattice.points.emplace_back(std::sin(0.37f * t), std::sin(0.11f * t), std::sin(0.23f * t));
         weights.push_back(std::clamp(0.5f + 0.7f * std::sin(0.001f * t), 0.0f, 1.0f)); // soft between 0 and 1
         indices.push_back(i);
     }
@@ -123,14 +120,11 @@ void clusterPeers() {
 
     Lattice clustered = lattice;
     clustered.points = ours;
-    const std::string path = (std::filesystem::temp_directory_path() / "zent_bench_peers_cluster.bin").string();
     ResourceWriter writer;
     writer.add(clustered);
     writer.add(lattice);
     writer.add(indices);
-    writer.write(path);
-    Element::storage().load(path);
-    std::filesystem::remove(path);
+    store(writer);
     std::vector<Port> ports(1);
     ports[0].add(Element(json{{"id", 0}}));
     const std::unique_ptr<Proxy> proxy = makeProxy("clusterLattice");

@@ -1,4 +1,5 @@
 // Deformers of 100,000 points beside plain loops, and Eigen compiled for this processor.
+#include "../SkinRig.h"
 #include "eigenSkin.h"
 #include "latticeLoop.h"
 #include "Pair.h"
@@ -6,26 +7,14 @@
 #include "zent/math/lanes.h"
 #include "zent/nodes/animCurve.h"
 #include "zent/nodes/ffd.h"
-#include "zent/nodes/skin.h"
 
 #include <array>
-#include <cmath>
 
 namespace zent::peers {
 
+using namespace bench;
+
 namespace {
-
-constexpr unsigned kPoints = 100000;
-constexpr unsigned kInfluences = 60;
-
-Mesh cloud() {
-    std::vector<vec3> points;
-    for (unsigned i = 0; i < kPoints; ++i) {
-        const auto t = static_cast<float>(i);
-        points.emplace_back(std::sin(0.37f * t), std::sin(0.11f * t), std::sin(0.23f * t));
-    }
-    return Mesh(std::move(points), mat4(1.0f));
-}
 
 bool agree(const std::vector<vec3>& a, const std::vector<vec3>& b) {
     bool near = a.size() == b.size();
@@ -59,45 +48,29 @@ void runtimeSkin(const std::vector<mat4>& palette, const std::vector<RuntimePoin
     }
 }
 
-// Neighbours with the same influences, as a smooth bind leaves them, or none with its neighbour's.
-void skinPeers(const std::string& name, bool alike) {
-    const Mesh mesh = cloud();
-    std::vector<mat4> matrix;
-    std::vector<mat4> bindPreMatrix;
-    for (unsigned i = 0; i < kInfluences; ++i) {
-        const auto t = static_cast<float>(i);
-        mat4 m = glm::mat4_cast(glm::angleAxis(0.1f * t, glm::normalize(vec3(1.0f, t, 2.0f))));
-        m[3] = vec4(t, -t, 0.5f * t, 1.0f);
-        bindPreMatrix.push_back(glm::inverse(m));
-        m[3] += vec4(1.0f, 0.0f, 0.0f, 0.0f);
-        matrix.push_back(m);
-    }
-    SkinWeights weights;
+void skinPeers(const std::string& name, Neighbours neighbours) {
+    const SkinRig rig(neighbours);
     std::vector<FourInfluences> packed(kPoints);
     std::vector<RuntimePoint> runtimePoints(kPoints);
-    for (unsigned i = 0; i < kPoints; ++i) {
-        for (unsigned k = 0; k < 4; ++k) {
-            const unsigned influence = ((alike ? i / 97 : i * 2654435761u >> 7) + 7 * k) % kInfluences;
-            const float weight = 0.1f * static_cast<float>(k + 1);
-            weights.emplace_back(i, influence, weight);
-            packed[i].influence[k] = static_cast<std::uint16_t>(influence);
-            packed[i].weight[k] = weight;
-            runtimePoints[i].influence[k] = packed[i].influence[k];
-            if (k < 3) {
-                runtimePoints[i].weight[k] = weight;
-            }
+    for (std::size_t k = 0; k < rig.weights.size(); ++k) {
+        const auto& [point, influence, weight] = rig.weights[k];
+        const std::size_t slot = k % kInfluencesPerPoint;
+        packed[point].influence[slot] = runtimePoints[point].influence[slot] = static_cast<std::uint16_t>(influence);
+        packed[point].weight[slot] = weight;
+        if (slot < 3) {
+            runtimePoints[point].weight[slot] = weight;
         }
     }
     std::vector<vec3> ours;
-    const auto product = [&] { ours = skinMesh(1.0f, mesh, mat4(1.0f), matrix, bindPreMatrix, weights).points; };
+    const auto product = [&] { ours = rig.skinned().points; };
     std::vector<vec3> theirs(kPoints);
     const auto plain = [&] {
         std::vector<mat4> palette(kInfluences);
         for (unsigned i = 0; i < kInfluences; ++i) {
-            palette[i] = matrix[i] * bindPreMatrix[i];
+            palette[i] = rig.matrix[i] * rig.bindPreMatrix[i];
         }
         for (unsigned i = 0; i < kPoints; ++i) {
-            const vec3 p = mesh.points[i];
+            const vec3 p = rig.mesh.points[i];
             vec4 sum(0.0f);
             for (unsigned k = 0; k < 4; ++k) {
                 const mat4& m = palette[packed[i].influence[k]];
@@ -107,11 +80,11 @@ void skinPeers(const std::string& name, bool alike) {
         }
     };
     const auto eigen = [&] {
-        eigenSkin(&matrix[0][0][0], &bindPreMatrix[0][0][0], kInfluences, packed.data(), &mesh.points[0].x,
+        eigenSkin(&rig.matrix[0][0][0], &rig.bindPreMatrix[0][0][0], kInfluences, packed.data(), &rig.mesh.points[0].x,
                   &theirs[0].x, kPoints);
     };
-    const std::vector<mat4> palette = skinPalette(mat4(1.0f), matrix, bindPreMatrix);
-    const auto runtime = [&] { runtimeSkin(palette, runtimePoints, mesh.points, theirs); };
+    const std::vector<mat4> palette = skinPalette(mat4(1.0f), rig.matrix, rig.bindPreMatrix);
+    const auto runtime = [&] { runtimeSkin(palette, runtimePoints, rig.mesh.points, theirs); };
     product();
     plain();
     requireAgreement("skin, plain loop", agree(ours, theirs));
@@ -202,8 +175,8 @@ void keyedCurvePeer() {
 } // namespace
 
 void deformerPeers() {
-    skinPeers("skin, 100,000 points, neighbours alike", true);
-    skinPeers("skin, 100,000 points, none alike", false);
+    skinPeers("skin, 100,000 points, neighbours alike", Neighbours::alike);
+    skinPeers("skin, 100,000 points, none alike", Neighbours::apart);
     latticePeer();
     keyedCurvePeer();
 }
