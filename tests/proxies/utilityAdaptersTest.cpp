@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace zent::test {
 namespace {
 
@@ -16,6 +18,10 @@ struct Row {
 };
 
 class Adapters : public testing::TestWithParam<Row> {};
+
+std::string nameOf(const testing::TestParamInfo<Row>& info) {
+    return info.param.method + std::string("_") + std::to_string(info.index);
+}
 
 TEST_P(Adapters, BindTheirNode) {
     const Row& row = GetParam();
@@ -73,7 +79,8 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"inverseWorld", "[[[2,0,0,0, 0,1,0,0, 0,0,1,0, 0,0,0,1]]]", "inverseMatrix", "Mat4",
             "[0.5,0,0,0, 0,1,0,0, 0,0,1,0, 0,0,0,1]"},
         Row{"multMatrix", "[[[1,0,0,0, 0,1,0,0, 0,0,1,0, 1,1,1,1], [2,0,0,0, 0,3,0,0, 0,0,4,0, 0,0,0,1]]]", "matrixSum",
-            "Mat4", "[2,0,0,0, 0,3,0,0, 0,0,4,0, 2,3,4,1]"}));
+            "Mat4", "[2,0,0,0, 0,3,0,0, 0,0,4,0, 2,3,4,1]"}),
+    nameOf);
 
 INSTANTIATE_TEST_SUITE_P(
     Animation, Adapters,
@@ -97,7 +104,8 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"weightDriverDrivers",
             R"([[7], [8], [0], [false], [[1,0,0,0, 0,0,1,0, 0,-1,0,0, 0,0,0,1]], [[0,1,0,0, -1,0,0,0, 0,0,1,0, 0,0,0,1]],
                 [[0,1,0,0, -1,0,0,0, 0,0,1,0, 0,0,0,1]], [[1,0,0,0, 0,1,0,0, 0,0,1,0, 0,0,0,1]], [1], [[0,0,0]]])",
-            "output", "Float[]", "[1]"}));
+            "output", "Float[]", "[1]"}),
+    nameOf);
 
 INSTANTIATE_TEST_SUITE_P(
     Transform, Adapters,
@@ -128,7 +136,8 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"decomposeMatrixShear", "[[[2,0,0,0, 2,4,0,0, 3,6,3,0, 5,6,7,1]]]", "outputShear", "Vec3", "[0.5, 1, 2]"},
         Row{"decomposeMatrixQuat", "[[[0,1,0,0, -1,0,0,0, 0,0,1,0, 5,6,7,1]]]", "outputQuat", "Vec4",
             "[0, 0, 0.70710678, 0.70710678]"},
-        Row{"quatToEuler", "[[[0, 0, 3, 3]]]", "outputRotate", "Euler", "[0, 0, 1.5707963]"}));
+        Row{"quatToEuler", "[[[0, 0, 3, 3]]]", "outputRotate", "Euler", "[0, 0, 1.5707963]"}),
+    nameOf);
 
 TEST(AdapterClosures, TellTheInputs) {
     EXPECT_EQ(adapter("condition1D").closure(argumentsOf(json::parse("[[1], [2], [3], [4], [5]]")), {}),
